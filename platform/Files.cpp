@@ -1,0 +1,135 @@
+#include "platform/Files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <system_error>
+
+#include "platform/FileDescriptor.h"
+
+namespace tolvane::platform {
+namespace {
+
+constexpr std::size_t kReadBlock = 64 * 1024;
+
+[[noreturn]] void Fail(std::string_view action, const std::filesystem::path& path, std::string_view reason) {
+  throw FileError("cannot " + std::string(action) + " " + PathToUtf8(path) + ": " + std::string(reason));
+}
+
+[[noreturn]] void FailWithErrno(std::string_view action, const std::filesystem::path& path) {
+  Fail(action, path, std::generic_category().message(errno));
+}
+
+// False with errno set where not all could be written.
+bool WriteAll(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(file, bytes.data(), bytes.size());
+    if (written < 0) {
+      if (errno == EINTR) continue;
+      return false;
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+// Deletes the file by which content is replaced unless it has taken the name it is meant for.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const std::filesystem::path& target)
+      : name_(target.native() + ".XXXXXX"), file_(::mkostemp(name_.data(), O_CLOEXEC)), exists_(file_.IsOpen()) {}
+  ~TemporaryFile() {
+    if (exists_) ::unlink(name_.c_str());
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  bool IsOpen() const { return file_.IsOpen(); }
+  int Get() const { return file_.Get(); }
+
+  bool RenameTo(const std::filesystem::path& target) {
+    if (std::rename(name_.c_str(), target.c_str()) != 0) return false;
+    exists_ = false;
+    return true;
+  }
+
+ private:
+  std::string name_;
+  FileDescriptor file_;
+  bool exists_;
+};
+
+}  // namespace
+
+std::filesystem::path PathFromUtf8(std::string_view path) {
+  return std::u8string(path.begin(), path.end());
+}
+
+std::string PathToUtf8(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+bool FileExists(const std::filesystem::path& path) noexcept {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+  // Opening a pipe that nobody writes to waits unless told not to.
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!file.IsOpen()) FailWithErrno("read", path);
+  struct stat status = {};
+  if (::fstat(file.Get(), &status) != 0) FailWithErrno("read", path);
+  if (S_ISDIR(status.st_mode)) Fail("read", path, "it is a folder");
+  if (!S_ISREG(status.st_mode)) Fail("read", path, "it is a pipe or device");
+
+  std::string content;
+  content.reserve(static_cast<std::size_t>(status.st_size));
+  std::array<char, kReadBlock> block;
+  for (;;) {
+    const ssize_t count = ::read(file.Get(), block.data(), block.size());
+    if (count < 0) {
+      if (errno == EINTR) continue;
+      FailWithErrno("read", path);
+    }
+    if (count == 0) return content;
+    content.append(block.data(), static_cast<std::size_t>(count));
+  }
+}
+
+void AppendLine(const std::filesystem::path& path, std::string_view line) {
+  const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
+  if (!file.IsOpen()) FailWithErrno("write to", path);
+  std::string bytes(line);
+  bytes.push_back('\n');
+  if (!WriteAll(file.Get(), bytes)) FailWithErrno("write to", path);
+}
+
+void ReplaceFile(const std::filesystem::path& path, std::string_view content) {
+  std::error_code error;
+  const std::filesystem::path target = std::filesystem::weakly_canonical(path, error);
+  if (error) Fail("write", path, error.message());
+
+  TemporaryFile temporary(target);
+  if (!temporary.IsOpen()) FailWithErrno("write", path);
+  // The new file is for its owner only; who else could use the old one still can.
+  struct stat old = {};
+  if (::stat(target.c_str(), &old) == 0 && ::fchmod(temporary.Get(), old.st_mode & 0777) != 0) {
+    FailWithErrno("write", path);
+  }
+  if (!WriteAll(temporary.Get(), content) || ::fsync(temporary.Get()) != 0) FailWithErrno("write", path);
+  if (!temporary.RenameTo(target)) FailWithErrno("write", path);
+
+  // The new name is an entry of the folder, which reaches the disk by itself.
+  const FileDescriptor folder(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder.IsOpen() || ::fsync(folder.Get()) != 0) FailWithErrno("write", path);
+}
+
+}  // namespace tolvane::platform
