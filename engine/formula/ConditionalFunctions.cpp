@@ -1,0 +1,147 @@
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "engine/formula/Aggregates.h"
+#include "engine/formula/Criterion.h"
+
+namespace tolvane::engine {
+namespace {
+
+// Cells counted from the top left of an area, down the columns: the order in which contents are walked.
+using Offset = std::uint64_t;
+
+Offset OffsetIn(const Rect& area, CellPos at) {
+  return (static_cast<Offset>(at.column - area.left) << 32) | static_cast<Offset>(at.row - area.top);
+}
+
+// The cells of an area that meet conditions. Where a condition holds for blank cells too, the few that do not meet it
+// are remembered instead, so that a whole column costs no more than what stands in it.
+class Selection {
+ public:
+  Selection(Evaluator& evaluator, const Area& area, const Criterion& criterion) : inverted_(criterion.matchesBlank()) {
+    evaluator.ForEachContent(area, [&](CellPos at, const Value& value) {
+      if (criterion.Matches(value) != inverted_) listed_.push_back(OffsetIn(area.rect, at));
+    });
+  }
+
+  void Narrow(const Selection& other) {
+    std::vector<Offset> result;
+    const auto out = std::back_inserter(result);
+    const auto& a = listed_;
+    const auto& b = other.listed_;
+    if (inverted_ && other.inverted_) {
+      std::set_union(a.begin(), a.end(), b.begin(), b.end(), out);
+    } else if (inverted_) {
+      std::set_difference(b.begin(), b.end(), a.begin(), a.end(), out);
+    } else if (other.inverted_) {
+      std::set_difference(a.begin(), a.end(), b.begin(), b.end(), out);
+    } else {
+      std::set_intersection(a.begin(), a.end(), b.begin(), b.end(), out);
+    }
+    inverted_ = inverted_ && other.inverted_;
+    listed_ = std::move(result);
+  }
+
+  std::int64_t CountOf(std::int64_t cells) const {
+    const auto listed = static_cast<std::int64_t>(listed_.size());
+    return inverted_ ? cells - listed : listed;
+  }
+
+  // The numbers of an area of the same shape whose cells are selected. An error among them is thrown.
+  Summary Summarize(Evaluator& evaluator, const Area& area) const {
+    Summary summary;
+    std::optional<ErrorCode> error;
+    auto next = listed_.begin();
+    evaluator.ForEachContent(area, [&](CellPos at, const Value& value) {
+      const Offset offset = OffsetIn(area.rect, at);
+      while (next != listed_.end() && *next < offset) ++next;
+      const bool isListed = next != listed_.end() && *next == offset;
+      if (isListed == inverted_) return;
+      if (value.isNumber()) {
+        summary.Add(value.number());
+      } else if (value.isError() && !error) {
+        error = value.error();
+      }
+    });
+    if (error) throw FunctionError{*error};
+    return summary;
+  }
+
+ private:
+  bool inverted_;
+  std::vector<Offset> listed_;
+};
+
+// Areas and conditions alternate from the argument `first` on.
+Selection SelectWhere(FunctionCall& call, std::size_t first) {
+  if ((call.count() - first) % 2 != 0) throw FunctionError{ErrorCode::Value};
+  std::optional<Selection> selection;
+  const Rect& shape = call.AreaAt(first).rect;
+  for (std::size_t i = first; i + 1 < call.count(); i += 2) {
+    const Area& area = call.AreaAt(i);
+    if (area.rect.rows() != shape.rows() || area.rect.columns() != shape.columns()) {
+      throw FunctionError{ErrorCode::Value};
+    }
+    Selection here(call.evaluator, area, Criterion(call.ValueAt(i + 1)));
+    if (selection) {
+      selection->Narrow(here);
+    } else {
+      selection.emplace(std::move(here));
+    }
+  }
+  return *selection;
+}
+
+// SUMIF and AVERAGEIF: what is summed has the shape of the tested area, from its own top left cell on.
+Summary SummarizeIf(FunctionCall& call) {
+  const Area& tested = call.AreaAt(0);
+  Area summed = tested;
+  if (call.Has(2)) {
+    summed = call.AreaAt(2);
+    summed.rect.bottom = std::min(summed.rect.top + tested.rect.rows() - 1, kMaxRow);
+    summed.rect.right = std::min(summed.rect.left + tested.rect.columns() - 1, kMaxColumn);
+  }
+  return Selection(call.evaluator, tested, Criterion(call.ValueAt(1))).Summarize(call.evaluator, summed);
+}
+
+Operand SumIf(FunctionCall& call) {
+  return SummarizeIf(call).Sum();
+}
+Operand AverageIf(FunctionCall& call) {
+  return SummarizeIf(call).Average();
+}
+
+Summary SummarizeIfs(FunctionCall& call) {
+  const Area& summed = call.AreaAt(0);
+  const Rect& tested = call.AreaAt(1).rect;
+  if (summed.rect.rows() != tested.rows() || summed.rect.columns() != tested.columns()) {
+    throw FunctionError{ErrorCode::Value};
+  }
+  return SelectWhere(call, 1).Summarize(call.evaluator, summed);
+}
+
+Operand SumIfs(FunctionCall& call) {
+  return SummarizeIfs(call).Sum();
+}
+Operand AverageIfs(FunctionCall& call) {
+  return SummarizeIfs(call).Average();
+}
+
+Operand CountIfs(FunctionCall& call) {
+  return static_cast<double>(SelectWhere(call, 0).CountOf(call.AreaAt(0).rect.cells()));
+}
+
+constexpr Function kFunctions[] = {
+    {"AVERAGEIF", 2, 3, "RER", AverageIf}, {"AVERAGEIFS", 3, kMostArguments, "R|RE", AverageIfs},
+    {"COUNTIF", 2, 2, "RE", CountIfs},     {"COUNTIFS", 2, kMostArguments, "|RE", CountIfs},
+    {"SUMIF", 2, 3, "RER", SumIf},         {"SUMIFS", 3, kMostArguments, "R|RE", SumIfs},
+};
+
+}  // namespace
+
+std::span<const Function> ConditionalFunctions() {
+  return kFunctions;
+}
+
+}  // namespace tolvane::engine

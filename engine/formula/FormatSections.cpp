@@ -1,0 +1,257 @@
+#include "engine/formula/FormatSections.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "platform/Text.h"
+
+namespace tolvane::engine {
+namespace {
+
+using Kind = FormatToken::Kind;
+
+char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+bool IsPlaceholder(char c) {
+  return c == '0' || c == '#' || c == '?';
+}
+
+class SectionParser {
+ public:
+  explicit SectionParser(std::string_view format) : format_(format) {}
+
+  std::vector<FormatSection> Parse() {
+    std::vector<FormatSection> sections(1);
+    section_ = &sections.back();
+    while (at_ < format_.size()) {
+      if (format_[at_] == ';') {
+        Finish();
+        sections.emplace_back();
+        section_ = &sections.back();
+        ++at_;
+      } else {
+        Next();
+      }
+    }
+    Finish();
+    return sections;
+  }
+
+ private:
+  char Peek(std::size_t ahead = 0) const { return at_ + ahead < format_.size() ? format_[at_ + ahead] : '\0'; }
+
+  void Add(Kind kind, std::string text = {}, int length = 1) {
+    if (kind == Kind::Literal && !section_->tokens.empty() && section_->tokens.back().kind == Kind::Literal) {
+      section_->tokens.back().text += text;
+    } else {
+      section_->tokens.push_back({kind, std::move(text), length});
+    }
+  }
+
+  // The character at `at_`, all its bytes.
+  std::string TakeCharacter() {
+    std::string character;
+    if (at_ < format_.size()) character += format_[at_++];
+    while (at_ < format_.size() && (static_cast<unsigned char>(format_[at_]) & 0xC0) == 0x80) {
+      character += format_[at_++];
+    }
+    return character;
+  }
+
+  int TakeRun(char letter) {
+    int length = 0;
+    for (; Lower(Peek()) == letter; ++at_) ++length;
+    return length;
+  }
+
+  bool TakeWord(std::string_view word) {
+    if (!platform::EqualIgnoringCase(format_.substr(at_, word.size()), word)) return false;
+    at_ += word.size();
+    return true;
+  }
+
+  void Next() {
+    const char c = Peek();
+    switch (c) {
+      case '"': {
+        const std::size_t close = std::min(format_.find('"', at_ + 1), format_.size());
+        Add(Kind::Literal, std::string(format_.substr(at_ + 1, close - at_ - 1)));
+        at_ = std::min(close + 1, format_.size());
+        return;
+      }
+      case '\\':
+      case '!':
+        ++at_;
+        return Add(Kind::Literal, TakeCharacter());
+      case '_':
+        ++at_;
+        TakeCharacter();
+        return Add(Kind::Literal, " ");
+      case '*':
+        ++at_;
+        TakeCharacter();
+        return;
+      case '[':
+        return Bracket();
+      case '@':
+        ++at_;
+        section_->hasText = true;
+        return Add(Kind::Text);
+      case '%':
+        ++at_;
+        return Add(Kind::Percent);
+      case '.':
+        return PointOrDecimals();
+      case ',':
+        return Comma();
+      default:
+        break;
+    }
+    if (IsPlaceholder(c)) {
+      ++at_;
+      section_->hasDigits = true;
+      return Add(inExponent_ ? Kind::ExponentDigit : Kind::Digit, std::string(1, c));
+    }
+    if ((c == 'E' || c == 'e') && (Peek(1) == '+' || Peek(1) == '-') && section_->hasDigits) {
+      Add(Kind::Exponent, std::string(1, Peek(1)));
+      at_ += 2;
+      inExponent_ = true;
+      return;
+    }
+    if (TakeWord("General")) return Add(Kind::General);
+    Letter();
+  }
+
+  void Letter() {
+    if (TakeWord("AM/PM")) return AddDate(Kind::AmPm, "AM/PM");
+    if (TakeWord("A/P")) return AddDate(Kind::AmPm, "A/P");
+    switch (const char letter = Lower(Peek()); letter) {
+      case 'y':
+        return AddDate(Kind::Year, "", TakeRun(letter));
+      case 'm':
+        return AddDate(Kind::Month, "", TakeRun(letter));
+      case 'd':
+        return AddDate(Kind::Day, "", TakeRun(letter));
+      case 'h':
+        return AddDate(Kind::Hour, "", TakeRun(letter));
+      case 's':
+        return AddDate(Kind::Second, "", TakeRun(letter));
+      default:
+        return Add(Kind::Literal, TakeCharacter());
+    }
+  }
+
+  void AddDate(Kind kind, std::string text, int length = 1) {
+    section_->isDate = true;
+    Add(kind, std::move(text), length);
+  }
+
+  void PointOrDecimals() {
+    ++at_;
+    const bool behindSeconds = !section_->tokens.empty() &&
+                               (section_->tokens.back().kind == Kind::Second ||
+                                (section_->tokens.back().kind == Kind::Elapsed && section_->tokens.back().text == "s"));
+    if (!behindSeconds || Peek() != '0') return Add(Kind::Point);
+    Add(Kind::SecondDecimals, "", TakeRun('0'));
+  }
+
+  // Between digits a comma asks for thousands separators, behind the last one it scales.
+  void Comma() {
+    std::size_t count = 0;
+    while (Peek(count) == ',') ++count;
+    const bool behindDigit = !section_->tokens.empty() && section_->tokens.back().kind == Kind::Digit;
+    const bool beforeDigit = IsPlaceholder(Peek(count));
+    at_ += count;
+    if (behindDigit && beforeDigit) {
+      section_->thousands = true;
+    } else if (behindDigit) {
+      section_->scaledThousands += static_cast<int>(count);
+    } else {
+      Add(Kind::Literal, std::string(count, ','));
+    }
+  }
+
+  void Bracket() {
+    const std::size_t close = format_.find(']', at_);
+    if (close == std::string_view::npos) return Add(Kind::Literal, TakeCharacter());
+    const std::string_view inside = format_.substr(at_ + 1, close - at_ - 1);
+    at_ = close + 1;
+    if (inside.empty()) return;
+    if (inside[0] == '$') {  // [$€-407]: a currency and where it is used
+      const std::size_t dash = inside.find('-');
+      return Add(Kind::Literal, std::string(inside.substr(1, dash == std::string_view::npos ? dash : dash - 1)));
+    }
+    if (inside[0] == '<' || inside[0] == '>' || inside[0] == '=') return ReadCondition(inside);
+    const char letter = Lower(inside[0]);
+    const bool isRun = std::all_of(inside.begin(), inside.end(), [letter](char c) { return Lower(c) == letter; });
+    if (isRun && (letter == 'h' || letter == 'm' || letter == 's')) {
+      AddDate(Kind::Elapsed, std::string(1, letter), static_cast<int>(inside.size()));
+    }
+    // All else is a colour.
+  }
+
+  void ReadCondition(std::string_view text) {
+    constexpr std::pair<std::string_view, Operator> kOperators[] = {
+        {"<=", Operator::LessEqual}, {">=", Operator::GreaterEqual}, {"<>", Operator::NotEqual},
+        {"<", Operator::Less},       {">", Operator::Greater},       {"=", Operator::Equal}};
+    for (const auto& [spelling, op] : kOperators) {
+      if (!text.starts_with(spelling)) continue;
+      text.remove_prefix(spelling.size());
+      double bound = 0;
+      std::from_chars(text.data(), text.data() + text.size(), bound);
+      section_->condition = FormatSection::Condition{op, bound};
+      return;
+    }
+  }
+
+  // An m beside hours or seconds means minutes.
+  void Finish() {
+    inExponent_ = false;
+    std::vector<FormatToken*> parts;
+    for (FormatToken& token : section_->tokens) {
+      if (token.kind >= Kind::Year && token.kind <= Kind::Elapsed && token.kind != Kind::SecondDecimals) {
+        parts.push_back(&token);
+      }
+    }
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      if (parts[i]->kind != Kind::Month || parts[i]->length > 2) continue;
+      const bool behindHours = i > 0 && (parts[i - 1]->kind == Kind::Hour ||
+                                         (parts[i - 1]->kind == Kind::Elapsed && parts[i - 1]->text == "h"));
+      const bool beforeSeconds =
+          i + 1 < parts.size() &&
+          (parts[i + 1]->kind == Kind::Second || (parts[i + 1]->kind == Kind::Elapsed && parts[i + 1]->text == "s"));
+      if (behindHours || beforeSeconds) parts[i]->kind = Kind::Minute;
+    }
+  }
+
+  std::string_view format_;
+  std::size_t at_ = 0;
+  FormatSection* section_ = nullptr;
+  bool inExponent_ = false;
+};
+
+}  // namespace
+
+bool FormatSection::Condition::Holds(double number) const {
+  switch (op) {
+    case Operator::Less:
+      return number < bound;
+    case Operator::LessEqual:
+      return number <= bound;
+    case Operator::Greater:
+      return number > bound;
+    case Operator::GreaterEqual:
+      return number >= bound;
+    case Operator::Equal:
+      return number == bound;
+    default:
+      return number != bound;
+  }
+}
+
+std::vector<FormatSection> ParseNumberFormat(std::string_view format) {
+  return SectionParser(format).Parse();
+}
+
+}  // namespace tolvane::engine

@@ -1,0 +1,340 @@
+#include "engine/formula/NumberFormat.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "engine/formula/DateSerial.h"
+#include "engine/formula/FormatSections.h"
+#include "engine/formula/NumberText.h"
+
+namespace tolvane::engine {
+namespace {
+
+using Kind = FormatToken::Kind;
+
+// --- digits
+// ------------------------------------------------------------------------------------------------------------------
+
+struct DigitCounts {
+  int whole = 0;
+  int decimals = 0;
+  int percents = 0;
+  int exponent = 0;
+  bool hasExponent = false;
+};
+
+DigitCounts CountDigits(const FormatSection& section) {
+  DigitCounts counts;
+  bool behindPoint = false;
+  for (const FormatToken& token : section.tokens) {
+    if (token.kind == Kind::Point) behindPoint = true;
+    if (token.kind == Kind::Digit) ++(behindPoint ? counts.decimals : counts.whole);
+    if (token.kind == Kind::Percent) ++counts.percents;
+    if (token.kind == Kind::Exponent) counts.hasExponent = true;
+    if (token.kind == Kind::ExponentDigit) ++counts.exponent;
+  }
+  return counts;
+}
+
+// Lays the digits of a number over the placeholders of a section.
+class DigitWriter {
+ public:
+  DigitWriter(const FormatSection& section, const DigitCounts& counts, double magnitude)
+      : section_(section), counts_(counts) {
+    if (counts.hasExponent) {
+      ScaleToExponent(magnitude);
+    } else {
+      fixed_ = FixedText(magnitude, counts.decimals);
+    }
+    const std::size_t point = fixed_.find('.');
+    whole_ = fixed_.substr(0, point);
+    if (whole_ == "0") whole_.clear();
+    if (point != std::string::npos) decimals_ = fixed_.substr(point + 1);
+  }
+
+  std::string Write(const std::string& general) {
+    std::string out;
+    bool behindPoint = false;
+    int index = 0;
+    for (const FormatToken& token : section_.tokens) {
+      switch (token.kind) {
+        case Kind::Literal:
+          out += token.text;
+          break;
+        case Kind::Percent:
+          out += '%';
+          break;
+        case Kind::Point:
+          // In a format without digits before the point the whole part still shows.
+          if (counts_.whole == 0 && !behindPoint) out += whole_;
+          out += '.';
+          behindPoint = true;
+          index = 0;
+          break;
+        case Kind::Digit:
+          if (behindPoint) {
+            WriteDecimal(out, index++, token.text[0]);
+          } else {
+            WriteWhole(out, index++, token.text[0]);
+          }
+          break;
+        case Kind::Exponent:
+          WriteExponent(out, token.text[0]);
+          break;
+        case Kind::General:
+        case Kind::Text:
+          out += general;
+          break;
+        default:
+          break;
+      }
+    }
+    return out;
+  }
+
+ private:
+  // With several digits before the point the exponent is a multiple of their number.
+  void ScaleToExponent(double magnitude) {
+    const int step = std::max(counts_.whole, 1);
+    if (magnitude != 0) {
+      exponent_ = static_cast<int>(std::floor(std::log10(magnitude)));
+      exponent_ = static_cast<int>(std::floor(static_cast<double>(exponent_) / step)) * step;
+    }
+    fixed_ = FixedText(magnitude / std::pow(10.0, exponent_), counts_.decimals);
+    const std::size_t wholeDigits = std::min(fixed_.find('.'), fixed_.size());
+    if (wholeDigits > static_cast<std::size_t>(step)) {  // rounded up to the next power of ten
+      exponent_ += step;
+      fixed_ = FixedText(magnitude / std::pow(10.0, exponent_), counts_.decimals);
+    }
+  }
+
+  // `index`: the placeholder from the left. The first one takes all digits that have no placeholder of their own.
+  void WriteWhole(std::string& out, int index, char placeholder) {
+    const int position = counts_.whole - 1 - index;  // from the right
+    const int digits = static_cast<int>(whole_.size());
+    if (index == 0) {
+      for (int beyond = digits - 1; beyond > position; --beyond) WriteWholeDigit(out, beyond, '#');
+    }
+    WriteWholeDigit(out, position, placeholder);
+  }
+
+  void WriteWholeDigit(std::string& out, int position, char placeholder) {
+    const int digits = static_cast<int>(whole_.size());
+    if (position < digits) {
+      out += whole_[static_cast<std::size_t>(digits - 1 - position)];
+    } else if (placeholder == '#') {
+      return;
+    } else {
+      out += placeholder == '0' ? '0' : ' ';
+    }
+    if (section_.thousands && position > 0 && position % 3 == 0)
+      out += placeholder == '?' && position >= digits ? ' ' : ',';
+  }
+
+  void WriteDecimal(std::string& out, int index, char placeholder) {
+    const auto i = static_cast<std::size_t>(index);
+    const bool onlyZerosFollow = decimals_.find_first_not_of('0', i) == std::string::npos;
+    if (placeholder == '0' || !onlyZerosFollow) {
+      out += i < decimals_.size() ? decimals_[i] : '0';
+    } else if (placeholder == '?') {
+      out += ' ';
+    }
+  }
+
+  void WriteExponent(std::string& out, char sign) {
+    out += 'E';
+    if (exponent_ < 0) {
+      out += '-';
+    } else if (sign == '+') {
+      out += '+';
+    }
+    const std::string digits = std::to_string(std::abs(exponent_));
+    for (int missing = counts_.exponent - static_cast<int>(digits.size()); missing > 0; --missing) out += '0';
+    out += digits;
+  }
+
+  const FormatSection& section_;
+  const DigitCounts& counts_;
+  std::string fixed_, whole_, decimals_;
+  int exponent_ = 0;
+};
+
+std::string FormatDigits(const FormatSection& section, double magnitude) {
+  const DigitCounts counts = CountDigits(section);
+  const std::string general = GeneralText(magnitude);
+  for (int i = 0; i < counts.percents; ++i) magnitude *= 100;
+  for (int i = 0; i < section.scaledThousands; ++i) magnitude /= 1000;
+  return DigitWriter(section, counts, magnitude).Write(general);
+}
+
+// --- dates
+// -------------------------------------------------------------------------------------------------------------------
+
+std::string Padded(std::int64_t number, int width) {
+  std::string digits = std::to_string(number);
+  if (static_cast<int>(digits.size()) < width) digits.insert(0, static_cast<std::size_t>(width) - digits.size(), '0');
+  return digits;
+}
+
+std::string NameOrNumber(int number, int length, std::string_view name) {
+  if (length <= 2) return Padded(number, length);
+  if (length == 3) return std::string(name.substr(0, 3));
+  return std::string(length == 5 ? name.substr(0, 1) : name);
+}
+
+std::optional<std::string> FormatDate(const FormatSection& section, double serial) {
+  int decimals = 0;
+  bool halfDays = false;
+  for (const FormatToken& token : section.tokens) {
+    if (token.kind == Kind::SecondDecimals) decimals = std::min(token.length, 3);
+    if (token.kind == Kind::AmPm) halfDays = true;
+  }
+  if (serial < 0 || serial >= kLastDateSerial + 1) return std::nullopt;
+  // In units of the smallest fraction shown, so that all parts are rounded alike.
+  constexpr std::int64_t kUnits[] = {1, 10, 100, 1000};
+  const std::int64_t perSecond = kUnits[decimals];
+  const std::int64_t perDay = 86400 * perSecond;
+  const auto total = static_cast<std::int64_t>(std::llround(serial * static_cast<double>(perDay)));
+  const std::int64_t day = total / perDay;
+  if (static_cast<double>(day) > kLastDateSerial) return std::nullopt;
+  const std::int64_t second = total % perDay / perSecond;
+  const CalendarDate date = DateOf(static_cast<double>(day));
+
+  std::string out;
+  for (const FormatToken& token : section.tokens) {
+    switch (token.kind) {
+      case Kind::Literal:
+        out += token.text;
+        break;
+      case Kind::Year:
+        out += token.length <= 2 ? Padded(date.year % 100, 2) : Padded(date.year, 4);
+        break;
+      case Kind::Month:
+        out += NameOrNumber(date.month, token.length, kMonthNames[static_cast<std::size_t>(date.month) - 1]);
+        break;
+      case Kind::Day:
+        out += NameOrNumber(date.day, std::min(token.length, 4),
+                            kWeekdayNames[static_cast<std::size_t>(WeekdayOf(static_cast<double>(day))) - 1]);
+        break;
+      case Kind::Hour: {
+        const std::int64_t hour = second / 3600;
+        out += Padded(halfDays ? (hour + 11) % 12 + 1 : hour, std::min(token.length, 2));
+        break;
+      }
+      case Kind::Minute:
+        out += Padded(second / 60 % 60, std::min(token.length, 2));
+        break;
+      case Kind::Second:
+        out += Padded(second % 60, std::min(token.length, 2));
+        break;
+      case Kind::SecondDecimals: {
+        std::string digits = Padded(total % perSecond, decimals);
+        digits.append(static_cast<std::size_t>(token.length - decimals), '0');
+        out += "." + digits;
+        break;
+      }
+      case Kind::Elapsed: {
+        const std::int64_t seconds = total / perSecond;
+        const std::int64_t unit = token.text == "h" ? 3600 : token.text == "m" ? 60 : 1;
+        out += Padded(seconds / unit, token.length);
+        break;
+      }
+      case Kind::AmPm: {
+        const bool afternoon = second >= 12 * 3600;
+        out += token.text == "A/P" ? (afternoon ? "P" : "A") : (afternoon ? "PM" : "AM");
+        break;
+      }
+      case Kind::Point:
+        out += '.';
+        break;
+      case Kind::Digit:
+      case Kind::ExponentDigit:
+        out += token.text;
+        break;
+      case Kind::Percent:
+        out += '%';
+        break;
+      default:
+        break;
+    }
+  }
+  return out;
+}
+
+// --- sections
+// ----------------------------------------------------------------------------------------------------------------
+
+// How many of the sections are for numbers; one behind them is for texts.
+std::size_t NumberSections(const std::vector<FormatSection>& sections) {
+  if (sections.size() >= 4) return 3;
+  return sections.back().hasText && sections.size() > 1 ? sections.size() - 1 : sections.size();
+}
+
+struct Choice {
+  const FormatSection* section = nullptr;
+  bool showsSign = false;  // a minus is put before negative numbers
+};
+
+Choice ChooseSection(const std::vector<FormatSection>& sections, double number) {
+  const std::size_t count = NumberSections(sections);
+  const bool negative = number < 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const FormatSection& section = sections[i];
+    if (section.condition) {
+      const bool onlyNegatives =
+          (section.condition->op == Operator::Less || section.condition->op == Operator::LessEqual) &&
+          section.condition->bound <= 0;
+      if (section.condition->Holds(number)) return {&section, negative && !onlyNegatives};
+    } else if (i + 1 == count) {
+      return {&section, negative && (count == 1 || sections[0].condition.has_value())};
+    } else if (i == 0 ? (count == 2 ? number >= 0 : number > 0) : negative) {
+      return {&section, false};
+    }
+  }
+  return {};
+}
+
+std::string FormatText(const std::vector<FormatSection>& sections, std::string_view text) {
+  const FormatSection* section = sections.size() >= 4      ? &sections[3]
+                                 : sections.back().hasText ? &sections.back()
+                                                           : nullptr;
+  if (section == nullptr) return std::string(text);
+  std::string out;
+  for (const FormatToken& token : section->tokens) {
+    if (token.kind == Kind::Literal) out += token.text;
+    if (token.kind == Kind::Text || token.kind == Kind::General) out += text;
+  }
+  return out;
+}
+
+}  // namespace
+
+std::optional<std::string> TryFormatValue(const Value& value, std::string_view numberFormat) {
+  switch (value.kind()) {
+    case Value::Kind::Empty:
+      return std::string();
+    case Value::Kind::Boolean:
+      return std::string(value.boolean() ? "TRUE" : "FALSE");
+    case Value::Kind::Error:
+      return std::string(TextOf(value.error()));
+    case Value::Kind::Text:
+      return FormatText(ParseNumberFormat(numberFormat), value.text().view());
+    case Value::Kind::Number:
+      break;
+  }
+  const double number = value.number();
+  if (numberFormat.empty() || numberFormat == "General") return GeneralText(number);
+  const std::vector<FormatSection> sections = ParseNumberFormat(numberFormat);
+  const Choice choice = ChooseSection(sections, number);
+  if (choice.section == nullptr) return std::nullopt;
+  if (choice.section->isDate) return FormatDate(*choice.section, number);
+  std::string out = FormatDigits(*choice.section, std::fabs(number));
+  return choice.showsSign ? "-" + out : out;
+}
+
+std::string FormatValue(const Value& value, std::string_view numberFormat) {
+  return TryFormatValue(value, numberFormat).value_or("########");
+}
+
+}  // namespace tolvane::engine

@@ -1,0 +1,163 @@
+#include "engine/formula/NumberFormat.h"
+
+#include <gtest/gtest.h>
+
+#include "engine/formula/NumberText.h"
+
+// Expected values: memory of Excel.
+
+namespace tolvane::engine {
+namespace {
+
+std::string Show(double number, std::string_view format) {
+  return FormatValue(Value(number), format);
+}
+
+TEST(NumberFormat, General) {
+  EXPECT_EQ(Show(0, "General"), "0");
+  EXPECT_EQ(Show(1234567890, "General"), "1234567890");
+  EXPECT_EQ(Show(12345678901, "General"), "12345678901");
+  EXPECT_EQ(Show(123456789012, "General"), "1.23457E+11");
+  EXPECT_EQ(Show(1.0 / 3, "General"), "0.333333333");
+  EXPECT_EQ(Show(1234.56789012, "General"), "1234.56789");
+  EXPECT_EQ(Show(123456.789012345, "General"), "123456.789");
+  EXPECT_EQ(Show(-1.5, "General"), "-1.5");
+  EXPECT_EQ(Show(0.1 + 0.2, "General"), "0.3");
+  EXPECT_EQ(Show(0.0001, "General"), "0.0001");
+  EXPECT_EQ(Show(0.00001, "General"), "0.00001");
+  EXPECT_EQ(Show(0.0000123456, "General"), "1.23456E-05");
+  EXPECT_EQ(Show(1e-10, "General"), "1E-10");
+  EXPECT_EQ(Show(1e20, "General"), "1E+20");
+  EXPECT_EQ(Show(9999999999.96, "General"), "10000000000");
+  EXPECT_EQ(Show(5, ""), "5");
+}
+
+TEST(NumberFormat, Digits) {
+  EXPECT_EQ(Show(1234.5, "0"), "1235");
+  EXPECT_EQ(Show(0.5, "0"), "1");
+  EXPECT_EQ(Show(2.675, "0.00"), "2.68");
+  EXPECT_EQ(Show(1234.567, "#,##0.00"), "1,234.57");
+  EXPECT_EQ(Show(1234567, "#,##0"), "1,234,567");
+  EXPECT_EQ(Show(123, "#,##0"), "123");
+  EXPECT_EQ(Show(0, "#,##0"), "0");
+  EXPECT_EQ(Show(0, "#"), "");
+  EXPECT_EQ(Show(0.25, "#.##"), ".25");
+  EXPECT_EQ(Show(5, "0.##"), "5.");
+  EXPECT_EQ(Show(5.1, "0.0??"), "5.1  ");
+  EXPECT_EQ(Show(7, "000"), "007");
+  EXPECT_EQ(Show(7, "0,000"), "0,007");
+  EXPECT_EQ(Show(5551234, "000-0000"), "555-1234");
+  EXPECT_EQ(Show(-5, "0"), "-5");
+  EXPECT_EQ(Show(12345678, "#,##0,"), "12,346");
+  EXPECT_EQ(Show(12345678, "0.0,,"), "12.3");
+  EXPECT_EQ(Show(1234.5, "#,0.00"), "1,234.50");
+  EXPECT_EQ(Show(1e15, "#,##0"), "1,000,000,000,000,000");
+}
+
+TEST(NumberFormat, Percent) {
+  EXPECT_EQ(Show(0.285, "0%"), "29%");
+  EXPECT_EQ(Show(0.285, "0.0%"), "28.5%");
+  EXPECT_EQ(Show(-0.5, "0%"), "-50%");
+}
+
+TEST(NumberFormat, Scientific) {
+  EXPECT_EQ(Show(12200000, "0.00E+00"), "1.22E+07");
+  EXPECT_EQ(Show(0.00012, "0.0E+00"), "1.2E-04");
+  EXPECT_EQ(Show(12200000, "0.00E-00"), "1.22E07");
+  EXPECT_EQ(Show(12345, "##0.0E+0"), "12.3E+3");
+  EXPECT_EQ(Show(9.999, "0.0E+00"), "1.0E+01");
+  EXPECT_EQ(Show(0, "0.00E+00"), "0.00E+00");
+}
+
+TEST(NumberFormat, Sections) {
+  EXPECT_EQ(Show(1234, "#,##0;(#,##0);-"), "1,234");
+  EXPECT_EQ(Show(-1234, "#,##0;(#,##0);-"), "(1,234)");
+  EXPECT_EQ(Show(0, "#,##0;(#,##0);-"), "-");
+  EXPECT_EQ(Show(-1234.5, "#,0.00;(#,0.00);0"), "(1,234.50)");
+  EXPECT_EQ(Show(0, "#,0.00;(#,0.00);0"), "0");
+  EXPECT_EQ(Show(12, "#,##0\" m to\";;;@"), "12 m to");
+  EXPECT_EQ(Show(-12, "#,##0\" m to\";;;@"), "");
+  EXPECT_EQ(Show(0, "#,##0\" m to\";;;@"), "");
+  EXPECT_EQ(FormatValue(Value("abc"), "#,##0\" m to\";;;@"), "abc");
+  EXPECT_EQ(Show(5, "[<=100]0;[>100]#,##0.0"), "5");
+  EXPECT_EQ(Show(1005, "[<=100]0;[>100]#,##0.0"), "1,005.0");
+  EXPECT_EQ(Show(-5, "[Red]0;[Blue](0)"), "(5)");
+  EXPECT_EQ(Show(-5, "0.00;[Red]-0.00"), "-5.00");
+  EXPECT_EQ(Show(5, "[$€-407] 0.00"), "€ 5.00");
+  EXPECT_EQ(Show(5, "$0.00_)"), "$5.00 ");
+  EXPECT_EQ(Show(5, "0\\x"), "5x");
+  EXPECT_EQ(Show(5, "* 0"), "5");
+  EXPECT_EQ(Show(1, ";;;"), "");
+}
+
+TEST(NumberFormat, Texts) {
+  EXPECT_EQ(FormatValue(Value("abc"), "0.00"), "abc");
+  EXPECT_EQ(FormatValue(Value("abc"), "@"), "abc");
+  EXPECT_EQ(FormatValue(Value("abc"), "0;0;0;\"<\"@\">\""), "<abc>");
+  EXPECT_EQ(FormatValue(Value("abc"), ";;;"), "");
+  EXPECT_EQ(Show(5, "@"), "5");
+  EXPECT_EQ(FormatValue(Value(true), "0"), "TRUE");
+  EXPECT_EQ(FormatValue(Value(ErrorCode::NA), "0"), "#N/A");
+  EXPECT_EQ(FormatValue(Value(), "0"), "");
+}
+
+TEST(NumberFormat, Dates) {
+  EXPECT_EQ(Show(39000, "d mmmm yyyy"), "10 October 2006");
+  EXPECT_EQ(Show(39000, "dd/mm/yy"), "10/10/06");
+  EXPECT_EQ(Show(39000, "ddd dddd"), "Tue Tuesday");
+  EXPECT_EQ(Show(39000, "mmm mmmmm"), "Oct O");
+  EXPECT_EQ(Show(39000, "yyyy\\-mm\\-dd"), "2006-10-10");
+  EXPECT_EQ(Show(60, "yyyy-mm-dd"), "1900-02-29");
+  EXPECT_EQ(Show(0, "yyyy-mm-dd"), "1900-01-00");
+  EXPECT_EQ(Show(39000, "m/d/yyyy"), "10/10/2006");
+  EXPECT_EQ(Show(-1, "yyyy"), "########");
+}
+
+TEST(NumberFormat, Times) {
+  EXPECT_EQ(Show(0.75, "h:mm AM/PM"), "6:00 PM");
+  EXPECT_EQ(Show(0, "h:mm AM/PM"), "12:00 AM");
+  EXPECT_EQ(Show(0.75, "h:mm A/P"), "6:00 P");
+  EXPECT_EQ(Show(0.52, "hh:mm:ss"), "12:28:48");
+  EXPECT_EQ(Show(0.52, "mm:ss"), "28:48");
+  EXPECT_EQ(Show(1.5, "[h]:mm"), "36:00");
+  EXPECT_EQ(Show(1.5, "[m]"), "2160");
+  EXPECT_EQ(Show(1.5, "[ss]"), "129600");
+  EXPECT_EQ(Show(0.000014, "ss.00"), "01.21");
+  EXPECT_EQ(Show(0.999999999, "hh:mm:ss"), "00:00:00");
+  EXPECT_EQ(Show(39000.75, "d mmm yyyy h:mm"), "10 Oct 2006 18:00");
+}
+
+TEST(NumberFormat, OddFormatsDoNotBreak) {
+  for (const char* format :
+       {"\"open", "[", "[Red", "\\", "_", "*", "E+", "0E+", "....", ",,,", ";;;;;;", "0.0.0", "%%%", "[h", "[]"}) {
+    FormatValue(Value(1234.5), format);
+    FormatValue(Value(-1e300), format);
+    FormatValue(Value("text"), format);
+  }
+}
+
+TEST(NumberFromText, ReadsWhatPeopleType) {
+  EXPECT_EQ(NumberFromText("12"), 12);
+  EXPECT_EQ(NumberFromText("-1,234.5"), -1234.5);
+  EXPECT_EQ(NumberFromText(" 5 % "), 0.05);
+  EXPECT_EQ(NumberFromText("(12)"), -12);
+  EXPECT_EQ(NumberFromText("$-3"), -3);
+  EXPECT_EQ(NumberFromText("1E+3"), 1000);
+  EXPECT_EQ(NumberFromText("2 1/4"), 2.25);
+  EXPECT_EQ(NumberFromText("1/31/2020"), 43861);
+  EXPECT_EQ(NumberFromText("2020-01-31"), 43861);
+  EXPECT_EQ(NumberFromText("31 January 2020"), 43861);
+  EXPECT_EQ(NumberFromText("January 31, 2020"), 43861);
+  EXPECT_EQ(NumberFromText("31-jan-20"), 43861);
+  EXPECT_EQ(NumberFromText("1/31/1930"), 10989);
+  EXPECT_EQ(NumberFromText("18:00"), 0.75);
+  EXPECT_EQ(NumberFromText("6 PM"), 0.75);
+  EXPECT_EQ(NumberFromText("2020-01-31 6:00 PM"), 43861.75);
+  for (const char* text : {"", " ", "abc", "1,23", "1,2345", ",1", "1.2.3", "--1", "1e", "0x10", "inf", "nan",
+                           "13/1/2020", "2/30/2020", "25 PM", "1:60", "$", "%", "()"}) {
+    EXPECT_EQ(NumberFromText(text), std::nullopt) << text;
+  }
+}
+
+}  // namespace
+}  // namespace tolvane::engine
