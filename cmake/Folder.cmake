@@ -1,10 +1,15 @@
 # One target per folder: tolvane_folder(NAME engine_model DEPENDS platform) makes the library `engine_model` of the
-# folder's sources and, of its *_test.cpp files, the test program `engine_model_test`.
+# folder's sources and, of its *_test.cpp files, the test program `engine_model_test`. PARTS names subfolders whose files
+# belong to the same target.
 include(GoogleTest)
 
 function(tolvane_folder)
-  cmake_parse_arguments(ARG "" "NAME" "DEPENDS;LIBRARIES;TEST_DEPENDS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  cmake_parse_arguments(ARG "" "NAME" "PARTS;DEPENDS;LIBRARIES;TEST_DEPENDS" ${ARGN})
+  set(patterns *.cpp)
+  foreach(part ${ARG_PARTS})
+    list(APPEND patterns ${part}/*.cpp)
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${patterns})
   set(tests ${sources})
   list(FILTER sources EXCLUDE REGEX "_test\\.cpp$")
   list(FILTER tests INCLUDE REGEX "_test\\.cpp$")

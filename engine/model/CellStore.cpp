@@ -8,7 +8,7 @@ namespace tolvane::engine {
 
 namespace {
 
-const Value kEmptyValue;
+constexpr Value kEmptyValue;
 
 std::size_t Index(int bit) {
   return static_cast<std::size_t>(bit);

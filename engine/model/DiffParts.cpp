@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <set>
 #include <string>
@@ -190,7 +189,7 @@ struct ProtectionFlag {
   bool SheetProtection::*flag;
 };
 
-constexpr std::array kProtectionFlags{
+constexpr ProtectionFlag kProtectionFlags[] = {
     ProtectionFlag{"protection", &SheetProtection::isProtected},
     ProtectionFlag{"protection of objects", &SheetProtection::objects},
     ProtectionFlag{"protection of scenarios", &SheetProtection::scenarios},

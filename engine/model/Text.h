@@ -19,7 +19,10 @@ class Text {
     std::swap(rep_, other.rep_);
     return *this;
   }
-  ~Text() { Release(); }
+  // A constant: a text or value without content can be one that outlives all calls.
+  constexpr ~Text() {
+    if (rep_ != nullptr) Release();
+  }
 
   std::string_view view() const {
     return rep_ == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(rep_ + 1), rep_->size);

@@ -28,7 +28,7 @@ class Value {
  public:
   enum class Kind : std::uint8_t { Empty, Boolean, Number, Text, Error };
 
-  Value() noexcept : kind_(Kind::Empty), number_(0) {}
+  constexpr Value() noexcept : kind_(Kind::Empty), number_(0) {}
   Value(double number) noexcept : kind_(Kind::Number), number_(number) {}
   Value(int number) noexcept : kind_(Kind::Number), number_(number) {}
   Value(bool boolean) noexcept : kind_(Kind::Boolean), number_(0) { boolean_ = boolean; }
@@ -59,7 +59,7 @@ class Value {
     if (kind_ == Kind::Text) other.kind_ = Kind::Empty;
     return *this;
   }
-  ~Value() {
+  constexpr ~Value() {
     if (kind_ == Kind::Text) text_.~Text();
   }
 

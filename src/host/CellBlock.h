@@ -1,8 +1,10 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <initializer_list>
 #include <span>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -19,6 +21,11 @@ class CellBlock {
   CellBlock() = default;             // no rows, no columns
   CellBlock(int rows, int columns);  // of empty cells; std::invalid_argument for less than none
   CellBlock(CellValue single) : CellBlock(1, 1) { cells_[0] = std::move(single); }
+  // So that a number or a text stands for itself where a block is asked for: range.SetValue("Food").
+  template <class Single>
+  requires(std::convertible_to<Single, CellValue> && !std::same_as<std::remove_cvref_t<Single>, CellValue> &&
+           !std::same_as<std::remove_cvref_t<Single>, CellBlock>) CellBlock(Single&& single)
+      : CellBlock(CellValue(std::forward<Single>(single))) {}
   CellBlock(std::initializer_list<std::initializer_list<CellValue>>
                 rows);  // all rows of one length, else std::invalid_argument
 

@@ -28,6 +28,8 @@ bool StartsWith(std::string_view text, std::string_view start) {
 
 bool IsWritable(std::string_view section) {
   if (StartsWith(section, ".data.rel.ro")) return false;
+  // The compiler's own pointers for the handling of exceptions.
+  if (section.find("DW.ref.") != std::string_view::npos) return false;
   return section == "*COM*" || StartsWith(section, ".data") || StartsWith(section, ".bss") ||
          StartsWith(section, ".tdata") || StartsWith(section, ".tbss");
 }
@@ -45,8 +47,8 @@ std::vector<std::string> WritableStatics(const std::string& objectFile) {
     const std::size_t tab = line.find('\t', kSection);
     if (tab == std::string::npos) continue;
     const std::string section = line.substr(kSection, tab - kSection);
-    const bool isObject = line[kFlags + 6] == 'O';
-    if (!isObject || !IsWritable(section)) continue;
+    const bool isVariable = line[kFlags + 6] == 'O' || (StartsWith(section, ".t") && line[kFlags + 5] != 'd');
+    if (!isVariable || !IsWritable(section)) continue;
     const std::size_t name = line.find(' ', tab);
     found.push_back(name == std::string::npos ? line : line.substr(name + 1));
   }

@@ -8,10 +8,11 @@ int plantedGlobal = 1;
 static std::string plantedFileStatic;
 thread_local int plantedThreadLocal = 2;
 
-extern const std::string_view allowedTable[2];
-const std::string_view allowedTable[2] = {"a", "b"};
+constexpr std::string_view allowedTable[2] = {"a", "b"};
 extern const int allowedConstant;
 const int allowedConstant = 3;
+
+const std::string_view* Table() { return allowedTable; }
 
 int CountedCalls() {
   static int plantedLocalStatic = 0;

@@ -1,0 +1,110 @@
+#include "hosts/embedded/BuiltInEffects.h"
+
+#include <utility>
+
+#include "hosts/embedded/BuiltInControls.h"
+#include "hosts/embedded/CellSearch.h"
+#include "hosts/embedded/EmbeddedWorksheet.h"
+#include "hosts/embedded/Sorting.h"
+#include "src/host/Range.h"
+
+namespace tolvane::embedded {
+
+namespace {
+
+void Paste(EmbeddedWorksheet& sheet, host::PasteType type) {
+  Program& program = sheet.program();
+  const bool hasCells = program.clipboard.mode() != host::CutCopyMode::None;
+  if (!hasCells && type == host::PasteType::All) {
+    if (program.clipboard.HasText()) sheet.PasteSpecialText();
+    return;
+  }
+  sheet.RangeOver(sheet.sheet().view.selection).PasteSpecial(type);
+}
+
+// By the column of the active cell; a single cell stands for the block around it, whose first row is taken for a header
+// when it holds a text over something else.
+void SortSelection(EmbeddedWorksheet& sheet, host::SortOrder order) {
+  const engine::Sheet& cells = sheet.sheet();
+  const engine::CellPos active = cells.view.activeCell;
+  engine::Rect area = cells.view.selection.front();
+  host::SortKey key;
+  key.order = order;
+  if (area.isCell()) {
+    area = CurrentRegion(cells, active);
+    const engine::Value& below = cells.ValueAt({area.top + 1, active.column});
+    key.hasHeader = area.rows() > 1 && cells.ValueAt({area.top, active.column}).isText() && !below.isText();
+  }
+  key.column = active.column - area.left + 1;
+  SortRows(sheet, area, key);
+}
+
+}  // namespace
+
+void DoBuiltInControl(Program& program, int controlId) {
+  const auto sheet = program.activeSheet();
+  if (sheet == nullptr) return;
+  const auto selection = [&] { return sheet->RangeOver(sheet->sheet().view.selection); };
+  switch (controlId) {
+    case builtin::kCopy:
+      return selection().Copy();
+    case builtin::kCut:
+      return selection().Cut();
+    case builtin::kPaste:
+    case builtin::kPasteButton:
+      return Paste(*sheet, host::PasteType::All);
+    case builtin::kPasteFormatting:
+      return Paste(*sheet, host::PasteType::Formats);
+    case builtin::kPasteValues:
+      return Paste(*sheet, host::PasteType::Values);
+    case builtin::kSortAscending:
+      return SortSelection(*sheet, host::SortOrder::Ascending);
+    case builtin::kSortDescending:
+      return SortSelection(*sheet, host::SortOrder::Descending);
+    case builtin::kProtectSheet:
+      if (sheet->ProtectContents()) return sheet->Unprotect();
+      return sheet->Protect({});
+    default:
+      return;
+  }
+}
+
+void DoBuiltInCommand(Program& program, std::string_view ribbonId) {
+  constexpr std::pair<std::string_view, int> kCommands[] = {
+      {"Copy", builtin::kCopy},
+      {"Cut", builtin::kCut},
+      {"Paste", builtin::kPaste},
+      {"PasteFormatting", builtin::kPasteFormatting},
+      {"PasteValues", builtin::kPasteValues},
+      {"SortAscendingExcel", builtin::kSortAscending},
+      {"SortDescendingExcel", builtin::kSortDescending},
+      {"SheetProtect", builtin::kProtectSheet},
+  };
+  for (const auto& [name, id] : kCommands) {
+    if (name == ribbonId) return DoBuiltInControl(program, id);
+  }
+}
+
+void DoBuiltInKey(Program& program, const KeyStroke& key) {
+  const auto sheet = program.activeSheet();
+  const bool plain = !key.alt && !key.shift;
+  if (key.name == "ESCAPE") return program.clipboard.EndMode();
+  if (sheet == nullptr || !plain) return;
+  if (key.ctrl) {
+    if (key.name == "c" || key.name == "C") return DoBuiltInControl(program, builtin::kCopy);
+    if (key.name == "x" || key.name == "X") return DoBuiltInControl(program, builtin::kCut);
+    if (key.name == "v" || key.name == "V") return DoBuiltInControl(program, builtin::kPaste);
+    return;
+  }
+  if (key.name == "DELETE") {
+    return sheet->RangeOver(sheet->sheet().view.selection).ClearContents();
+  }
+  // Enter pastes what was copied, once.
+  const bool isEnter = key.name == "ENTER" || key.name == "RETURN";
+  if (isEnter && program.clipboard.mode() != host::CutCopyMode::None) {
+    DoBuiltInControl(program, builtin::kPaste);
+    program.clipboard.EndMode();
+  }
+}
+
+}  // namespace tolvane::embedded

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "engine/model/Format.h"
+#include "src/host/Constants.h"
+
+namespace tolvane::embedded {
+
+// Colours by their index in the default palette of 56, which every workbook of this host has.
+
+// The colour of an index; none for kColorIndexNone and kColorIndexAutomatic. Any other index is ApplicationDefined.
+engine::Colour ColourOf(host::ColorIndex index);
+// The index of the nearest colour of the palette. Ten colours stand there twice; theirs is the second index.
+host::ColorIndex NearestIndex(std::uint32_t colour);
+
+}  // namespace tolvane::embedded
