@@ -165,6 +165,13 @@ bool EmbeddedUserActions::Print(const host::Workbook& book) {
   return BodyOf(book).MayPrint();
 }
 
+void EmbeddedUserActions::InstallAddin(const host::Workbook& addin, bool install) {
+  if (!BodyOf(addin).IsAddin()) Refuse("The workbook " + BodyOf(addin).Name() + " is no add-in.");
+  program_.Raise([addin, install](host::ApplicationEvents& listener) {
+    install ? listener.AddinInstall(addin) : listener.AddinUninstall(addin);
+  });
+}
+
 bool EmbeddedUserActions::SaveWithDialog(EmbeddedWorkbook& book) {
   const auto kept = book.shared_from_this();
   if (!book.MaySave(!book.hasFile())) return false;

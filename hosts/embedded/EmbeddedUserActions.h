@@ -44,6 +44,7 @@ class EmbeddedUserActions final : public host::UserActions {
   bool Print(const host::Workbook& book) override;
   bool Save(const host::Workbook& book) override;
   bool Close(const host::Workbook& book) override;
+  void InstallAddin(const host::Workbook& addin, bool install) override;
   void PutTextOnClipboard(std::string_view text) override;
   void PressCancelKey(int callsFromNow) override;
 

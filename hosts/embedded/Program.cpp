@@ -83,10 +83,12 @@ std::shared_ptr<EmbeddedWorkbook> Program::Open(Opening opening) {
   const bool tells = settings.enableEvents;
   std::vector<EventHub::Event> calculated;
   if (settings.calculation == host::Calculation::Automatic) calculated = RecalculateAll();
+  const bool toFront = !opening.isAddin;
+  if (toFront) active_ = book;  // whoever hears of the opening finds it there
   if (opening.tellsOpen && tells) {
     events.Raise([book](host::ApplicationEvents& listener) { listener.WorkbookOpen(host::Workbook(book)); });
   }
-  if (!opening.isAddin && book->IsAlive()) ActivateBook(book);
+  if (toFront && active_ == book) TellActivated(book);
   for (const EventHub::Event& event : calculated) events.Raise(event);
   return book;
 }
@@ -100,7 +102,7 @@ std::shared_ptr<EmbeddedWorkbook> Program::OpenFile(const std::string& path, boo
   opening.book = std::move(opened.book);
   opening.isAddin = opened.isAddin;
   if (opened.isTemplate || asTemplate) {
-    opening.name = FreeName(stem, "");
+    opening.name = FreeName(stem);
   } else {
     opening.name = stem + extension;
     opening.path = path;
@@ -119,11 +121,11 @@ std::shared_ptr<EmbeddedWorkbook> Program::NewBook() {
   return Open(std::move(opening));
 }
 
-std::string Program::FreeName(const std::string& stem, std::string_view extension) {
+std::string Program::FreeName(const std::string& stem) {
   int& count = fromTemplate_[platform::FoldCase(stem)];
   std::string name;
   do {
-    name = stem + std::to_string(++count) + std::string(extension);
+    name = stem + std::to_string(++count);
   } while (FindBook(name) != nullptr);
   return name;
 }
@@ -140,18 +142,23 @@ void Program::Close(EmbeddedWorkbook& closing) {
   const bool wasActive = active_ == book;
   if (wasActive) active_.reset();
   book->Die();
-  if (!wasActive) return;
-  // The book that was opened last of the others comes to the front.
+  if (wasActive) ActivateLast();
+}
+
+// The book that was opened last comes to the front.
+void Program::ActivateLast() {
   for (auto next = books_.rbegin(); next != books_.rend(); ++next) {
-    if ((*next)->IsAddin()) continue;
-    ActivateBook(*next);
-    return;
+    if (!(*next)->IsAddin()) return ActivateBook(*next);
   }
 }
 
 void Program::ActivateBook(const std::shared_ptr<EmbeddedWorkbook>& book) {
   if (active_ == book) return;
   active_ = book;
+  TellActivated(book);
+}
+
+void Program::TellActivated(const std::shared_ptr<EmbeddedWorkbook>& book) {
   Raise([book](host::ApplicationEvents& listener) {
     if (!book->IsAlive()) return;
     listener.WindowActivate(host::Workbook(book), host::Window(std::make_shared<EmbeddedWindow>(book)));
@@ -161,11 +168,7 @@ void Program::ActivateBook(const std::shared_ptr<EmbeddedWorkbook>& book) {
 void Program::AddinChanged(EmbeddedWorkbook& book) {
   if (!book.IsAddin() || active_.get() != &book) return;
   active_.reset();
-  for (auto next = books_.rbegin(); next != books_.rend(); ++next) {
-    if ((*next)->IsAddin()) continue;
-    ActivateBook(*next);
-    return;
-  }
+  ActivateLast();
 }
 
 // --- edits

@@ -140,8 +140,10 @@ class Program : public std::enable_shared_from_this<Program> {
 
  private:
   void MarkEdited(EmbeddedWorkbook& book);
+  void ActivateLast();
+  void TellActivated(const std::shared_ptr<EmbeddedWorkbook>& book);
   std::vector<EventHub::Event> RecalculateAll();
-  std::string FreeName(const std::string& stem, std::string_view extension);
+  std::string FreeName(const std::string& stem);
 
   std::vector<std::shared_ptr<EmbeddedWorkbook>> books_;
   std::shared_ptr<EmbeddedWorkbook> active_;

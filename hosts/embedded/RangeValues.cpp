@@ -38,7 +38,7 @@ int SourceIndex(int index, int size) {
 
 // The cells of merges but for their first hold nothing, whatever is written over them.
 void ClearCovered(engine::Sheet& sheet, const Rect& area) {
-  for (const Rect& merge : std::vector<Rect>(sheet.merges)) {
+  for (const Rect& merge : sheet.merges) {
     const auto touched = merge.intersection(area);
     if (!touched) continue;
     const Rect beside{merge.top, merge.left + 1, merge.top, merge.right};
@@ -65,7 +65,7 @@ host::CellBlock EmbeddedRange::Value() const {
   RequireBlock(area);
   host::CellBlock block(area.rows(), area.columns());
   const std::span<host::CellValue> out = block.cells();
-  BlockToHost convert;
+  BlockToHost convert(out.size());
   // What is empty is so already; only what is there is visited.
   const auto width = static_cast<std::size_t>(area.columns());
   cells().cells().ForEachContent(area, [&](CellPos at, const engine::Value& value, const engine::FormulaCell*) {
@@ -92,7 +92,7 @@ void EmbeddedRange::SetValue(const host::CellBlock& block) {
   for (const Rect& area : written) RequireWhole(area);
   std::vector<engine::Value> source;
   source.reserve(block.cells().size());
-  BlockToEngine convert;
+  BlockToEngine convert(source.capacity());
   for (const host::CellValue& value : block.cells()) source.push_back(convert(value));
   for (const Rect& area : written) {
     if (area.rows() == block.rows() && area.columns() == block.columns()) {
@@ -154,7 +154,7 @@ host::CellBlock EmbeddedRange::ReadFormulas(engine::Notation notation) const {
   std::fill(out.begin(), out.end(), host::CellValue(""));  // the formula of an empty cell is an empty text
   const auto width = static_cast<std::size_t>(area.columns());
   const engine::SheetId sheetId = cells().id();
-  BlockToHost convert;
+  BlockToHost convert(out.size());
   // In R1C1 notation cells that share a formula share its text.
   const engine::Expression* lastFormula = nullptr;
   host::CellValue lastText;

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t kLongestText = 32767;  // Excel's limit for a cell
 constexpr std::size_t kRecentTexts = 4096;
+constexpr std::size_t kSmallBlock = 512;  // cells; looking after texts would cost more than it saves
 
 }  // namespace
 
@@ -57,21 +58,21 @@ engine::Value ToEngine(const host::CellValue& value) {
   return {};
 }
 
-BlockToEngine::BlockToEngine() : recent_(kRecentTexts) {}
+BlockToEngine::BlockToEngine(std::size_t cells) : recent_(cells < kSmallBlock ? 0 : kRecentTexts) {}
 
 engine::Value BlockToEngine::operator()(const host::CellValue& value) {
-  if (!value.isText() || value.text().empty()) return ToEngine(value);
+  if (recent_.empty() || !value.isText() || value.text().empty()) return ToEngine(value);
   engine::Text& known = recent_[std::hash<std::string_view>{}(value.text()) % kRecentTexts];
   if (known.view() != value.text()) known = ToEngine(value).text();
   return known;
 }
 
-BlockToHost::BlockToHost() : recent_(kRecentTexts) {}
+BlockToHost::BlockToHost(std::size_t cells) : recent_(cells < kSmallBlock ? 0 : kRecentTexts) {}
 
 host::CellValue BlockToHost::operator()(const engine::Value& value) {
   // Short texts stand in the value itself and need no sharing.
   constexpr std::size_t kShort = 15;
-  if (!value.isText() || value.text().view().size() <= kShort) return ToHost(value);
+  if (recent_.empty() || !value.isText() || value.text().view().size() <= kShort) return ToHost(value);
   const auto place = reinterpret_cast<std::uintptr_t>(value.text().view().data());
   Known& known = recent_[place / alignof(std::max_align_t) % kRecentTexts];
   if (!known.from.IsSame(value.text())) known = {value.text(), ToHost(value)};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "engine/model/Value.h"
@@ -16,16 +17,16 @@ engine::Value ToEngine(const host::CellValue& value);
 // The same for the values of one block, where texts recur: one that was converted lately is shared, not made again.
 class BlockToEngine {
  public:
-  BlockToEngine();
+  explicit BlockToEngine(std::size_t cells);
   engine::Value operator()(const host::CellValue& value);
 
  private:
-  std::vector<engine::Text> recent_;  // by hash
+  std::vector<engine::Text> recent_;  // by hash; none for a small block
 };
 
 class BlockToHost {
  public:
-  BlockToHost();
+  explicit BlockToHost(std::size_t cells);
   host::CellValue operator()(const engine::Value& value);
 
  private:
@@ -33,7 +34,7 @@ class BlockToHost {
     engine::Text from;
     host::CellValue to;
   };
-  std::vector<Known> recent_;  // by where the text stands in memory
+  std::vector<Known> recent_;  // by where the text stands in memory; none for a small block
 };
 
 }  // namespace tolvane::embedded

@@ -35,6 +35,8 @@ class UserActions {
   virtual bool Print(const Workbook& book) = 0;  // false when an event cancelled it
   virtual bool Save(const Workbook& book) = 0;   // the same; also when no file name was given
   virtual bool Close(const Workbook& book) = 0;  // asks about changes; false when it stays open
+  // Ticks or unticks an add-in in the program's list of them.
+  virtual void InstallAddin(const Workbook& addin, bool install) = 0;
   virtual void PutTextOnClipboard(std::string_view text) = 0;  // as another program does; ends copy mode
   // The cancel key goes down at the N-th call from now that could notice it (1: the next).
   virtual void PressCancelKey(int callsFromNow = 1) = 0;

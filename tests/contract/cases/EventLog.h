@@ -37,6 +37,8 @@ class EventLog : public host::ApplicationEvents {
     Write("save " + book.Name() + (saveAsUI ? " as" : ""));
     cancel = cancel || cancels;
   }
+  void AddinInstall(const host::Workbook& book) override { Write("install " + book.Name()); }
+  void AddinUninstall(const host::Workbook& book) override { Write("uninstall " + book.Name()); }
   void WorkbookBeforeClose(const host::Workbook& book, bool& cancel) override {
     Write("close " + book.Name());
     cancel = cancel || cancels;

@@ -38,6 +38,19 @@ std::vector<ContractCase> EventsCases() {
               EXPECT_EQ(log.Take("change"), (Lines{"change S $A$1"}));
             });
 
+  cases.Add("AnAddinIsToldOfBeingInstalledAndUninstalled", {"Application.Advise"}, kMemory, [](HostUnderTest& t) {
+    EventLog log(t.application());
+    const std::string name = t.addin().Name();
+    t.user().InstallAddin(t.addin(), true);
+    t.user().InstallAddin(t.addin(), false);
+    EXPECT_EQ(log.Take(), (Lines{"install " + name, "uninstall " + name}));
+    t.application().SetEnableEvents(false);
+    t.user().InstallAddin(t.addin(), true);
+    EXPECT_EQ(log.Take(), Lines{});
+    const Workbook book = t.NewBook();
+    EXPECT_TRUE(Refused([&] { t.user().InstallAddin(book, true); }));
+  });
+
   cases.Add("ChangeThenCalculate", {"Range.Value"}, kMemory, [](HostUnderTest& t) {
     const Sheet s = SheetS(t);
     s.Put("B1", "=A1*2");
