@@ -14,7 +14,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-TEST(WritableStaticsTest, OurLibrariesHaveNone) {
+TEST(WritableStaticsTest, TheLogicTheHostsAndTheModelHaveNone) {
   std::istringstream libraries(TOLVANE_LIBRARIES);
   std::string library;
   int count = 0;
@@ -22,7 +22,7 @@ TEST(WritableStaticsTest, OurLibrariesHaveNone) {
     EXPECT_THAT(WritableStatics(library), IsEmpty()) << library;
     ++count;
   }
-  EXPECT_GE(count, 5) << "the check must have something to look at";
+  EXPECT_GE(count, 3) << "the check must have something to look at";
 }
 
 TEST(WritableStaticsTest, FindsEveryKindThatWasPlanted) {
