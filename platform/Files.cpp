@@ -6,8 +6,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <system_error>
 
 #include "platform/FileDescriptor.h"
@@ -37,32 +35,6 @@ bool WriteAll(int file, std::string_view bytes) {
   }
   return true;
 }
-
-// Deletes the file by which content is replaced unless it has taken the name it is meant for.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const std::filesystem::path& target)
-      : name_(target.native() + ".XXXXXX"), file_(::mkostemp(name_.data(), O_CLOEXEC)), exists_(file_.IsOpen()) {}
-  ~TemporaryFile() {
-    if (exists_) ::unlink(name_.c_str());
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  bool IsOpen() const { return file_.IsOpen(); }
-  int Get() const { return file_.Get(); }
-
-  bool RenameTo(const std::filesystem::path& target) {
-    if (std::rename(name_.c_str(), target.c_str()) != 0) return false;
-    exists_ = false;
-    return true;
-  }
-
- private:
-  std::string name_;
-  FileDescriptor file_;
-  bool exists_;
-};
 
 }  // namespace
 
@@ -110,26 +82,6 @@ void AppendLine(const std::filesystem::path& path, std::string_view line) {
   std::string bytes(line);
   bytes.push_back('\n');
   if (!WriteAll(file.Get(), bytes)) FailWithErrno("write to", path);
-}
-
-void ReplaceFile(const std::filesystem::path& path, std::string_view content) {
-  std::error_code error;
-  const std::filesystem::path target = std::filesystem::weakly_canonical(path, error);
-  if (error) Fail("write", path, error.message());
-
-  TemporaryFile temporary(target);
-  if (!temporary.IsOpen()) FailWithErrno("write", path);
-  // The new file is for its owner only; who else could use the old one still can.
-  struct stat old = {};
-  if (::stat(target.c_str(), &old) == 0 && ::fchmod(temporary.Get(), old.st_mode & 0777) != 0) {
-    FailWithErrno("write", path);
-  }
-  if (!WriteAll(temporary.Get(), content) || ::fsync(temporary.Get()) != 0) FailWithErrno("write", path);
-  if (!temporary.RenameTo(target)) FailWithErrno("write", path);
-
-  // The new name is an entry of the folder, which reaches the disk by itself.
-  const FileDescriptor folder(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!folder.IsOpen() || ::fsync(folder.Get()) != 0) FailWithErrno("write", path);
 }
 
 }  // namespace tolvane::platform

@@ -141,11 +141,15 @@ constexpr Function kFunctions[] = {
     {"MIN", 1, kMostArguments, "R", Min},
     {"PRODUCT", 1, kMostArguments, "R", Product},
     {"STDEV", 1, kMostArguments, "R", StDev},
+    {"STDEV.P", 1, kMostArguments, "R", StDevP},
+    {"STDEV.S", 1, kMostArguments, "R", StDev},
     {"STDEVP", 1, kMostArguments, "R", StDevP},
     {"SUM", 1, kMostArguments, "R", Sum},
     {"SUMPRODUCT", 1, kMostArguments, "A", SumProduct},
     {"SUMSQ", 1, kMostArguments, "R", SumOfSquares},
     {"VAR", 1, kMostArguments, "R", Var},
+    {"VAR.P", 1, kMostArguments, "R", VarP},
+    {"VAR.S", 1, kMostArguments, "R", Var},
     {"VARP", 1, kMostArguments, "R", VarP},
 };
 

@@ -5,10 +5,10 @@
 
 namespace tolvane::engine {
 
-// Calls `visit` for each number among the arguments from `first` on. In references and arrays only numbers count and an
-// error is thrown; a value given directly must be a number or read as one.
+// Calls `visit` for each number among the arguments from `first` to before `end`. In references and arrays only numbers
+// count and an error is thrown; a value given directly must be a number or read as one.
 template <class Visit>
-void ForEachNumber(FunctionCall& call, std::size_t first, Visit&& visit) {
+void ForEachNumber(FunctionCall& call, std::size_t first, std::size_t end, Visit&& visit) {
   const auto element = [&](const Value& value) {
     if (value.isNumber()) {
       visit(value.number());
@@ -16,7 +16,7 @@ void ForEachNumber(FunctionCall& call, std::size_t first, Visit&& visit) {
       throw FunctionError{value.error()};
     }
   };
-  for (std::size_t i = first; i < call.count(); ++i) {
+  for (std::size_t i = first; i < end; ++i) {
     const Operand& argument = call.Argument(i);
     if (argument.isReference()) {
       // What is stale may be an error that is about to go; nothing is decided before it has been worked out.
@@ -42,6 +42,11 @@ void ForEachNumber(FunctionCall& call, std::size_t first, Visit&& visit) {
       visit(0.0);
     }
   }
+}
+
+template <class Visit>
+void ForEachNumber(FunctionCall& call, std::size_t first, Visit&& visit) {
+  ForEachNumber(call, first, call.count(), std::forward<Visit>(visit));
 }
 
 // What the aggregating functions make of numbers, gathered in one walk.

@@ -17,7 +17,9 @@ namespace tolvane::engine {
 // index.
 class Calculator::Impl {
  public:
-  Impl(Workbook& book, const CalculationWorld& world) : book_(book), world_(world), evaluator_(book, world) {}
+  Impl(Workbook& book, const CalculationWorld& world) : book_(book), world_(world), evaluator_(book, world) {
+    evaluator_.SetKept(&kept_);
+  }
 
   Workbook& book() { return book_; }
 
@@ -25,6 +27,7 @@ class Calculator::Impl {
   // --------------------------------------------------------------------------------------------------------
   void CellsChanged(SheetId sheet, const Rect& area) {
     if (!isIndexed_) {
+      NoteEntered(sheet, area);
       Postpone({Waiting::Kind::Cells, sheet, area});
       return;
     }
@@ -37,6 +40,7 @@ class Calculator::Impl {
   void StructureChanged() {
     isIndexed_ = false;
     lastSheet_ = nullptr;
+    kept_.clear();
     InvalidateAll();
   }
 
@@ -51,7 +55,7 @@ class Calculator::Impl {
       const DependencyIndex::Formula formula = index_.At(id);
       if (!formula.alive) continue;
       index_.Remove(id);
-      index_.At(index_.Add(formula.at, formula.cell, book_)).entered = formula.entered;
+      index_.Add(formula.at, formula.cell, book_);
       MarkFormula(formula.at);
     }
     CarryOn();
@@ -85,6 +89,17 @@ class Calculator::Impl {
     return !stale_.empty();
   }
 
+  bool IsNotComputed(SheetId sheet, CellPos cell) {
+    const Sheet* place = book_.FindSheet(sheet);
+    const FormulaCell* formula = place == nullptr ? nullptr : place->FormulaAt(cell);
+    if (formula == nullptr) return false;
+    if (formula->arrayArea) {
+      cell = formula->arrayArea->topLeft();
+      formula = place->FormulaAt(cell);
+    }
+    return (formula != nullptr && !formula->rawText.empty()) || kept_.contains({sheet, cell});
+  }
+
   bool foundCircle() const { return foundCircle_; }
 
   // --- calculation
@@ -115,27 +130,38 @@ class Calculator::Impl {
 
   // Formulas outside of the area keep their results, stale or not; what uses a stale one stays stale itself.
   void RecalculateCells(SheetId sheet, const Rect& area) {
-    Prepare();
     Sheet* changed = book_.FindSheet(sheet);
     if (changed == nullptr) return;
     foundCircle_ = false;
     std::vector<CellAddress> formulas;
-    changed->cells().ForEachFormula(area, [&](CellPos at, FormulaCell& formula) {
-      formula.dirty = true;
-      formulas.push_back({sheet, at});
-    });
+    const CellStore& cells = changed->cells();
+    cells.ForEachFormula(area, [&](CellPos at, const FormulaCell&) { formulas.push_back({sheet, at}); });
+    if (formulas.empty()) return;
+    if (isIndexed_) Prepare();
+    for (const CellAddress& at : formulas) FormulaAt(at)->dirty = true;
     evaluator_.LimitStaleTo(sheet, area);
     Work(formulas);
     evaluator_.EndStaleLimit();
+    if (!isIndexed_) {
+      // The next calculation makes the index and finds what depends on these; until then it is not worth its price.
+      Postpone({Waiting::Kind::Cells, sheet, area});
+      for (const CellAddress& at : std::exchange(unsure_, {})) FormulaAt(at)->dirty = true;
+      return;
+    }
     for (const CellAddress& at : formulas) origins_.push_back({at.sheet, AreaOf(at)});
     for (const CellAddress& at : std::exchange(unsure_, {})) MarkFormula(at);
     CarryOn();
-    DropClean();
+    // Now and then, so that a formula's entry does not cost a walk over all stale ones.
+    if (stale_.size() > mostStale_) {
+      DropClean();
+      mostStale_ = 2 * stale_.size() + 1024;
+    }
   }
 
   Value Evaluate(const Expression& expression, const FormulaHome& home) {
     const Sheet* sheet = home.sheet == kOwnSheet ? &book_.sheetAt(0) : book_.FindSheet(home.sheet);
     if (sheet == nullptr || expression.nodes.empty()) return ErrorCode::Ref;
+    evaluator_.BeginPass();
     evaluator_.ForgetStale();
     evaluator_.LimitStaleTo(kOwnSheet, Rect{});
     const Frame frame{expression, *sheet, home.cell};
@@ -170,6 +196,15 @@ class Calculator::Impl {
     if (isAllStale_) return;
     waiting_.push_back(change);
     if (waiting_.size() > kMostWaiting) InvalidateAll();
+  }
+
+  void NoteEntered(SheetId sheetId, const Rect& area) {
+    const Sheet* sheet = book_.FindSheet(sheetId);
+    if (sheet == nullptr) return;
+    const std::function<void(CellPos, const FormulaCell&)> note = [&](CellPos at, const FormulaCell& formula) {
+      if (formula.dirty) entered_.insert({sheetId, at});
+    };
+    sheet->cells().ForEachFormula(area, note);
   }
 
   void Prepare() {
@@ -235,11 +270,9 @@ class Calculator::Impl {
     const auto add = [&](CellPos at, const FormulaCell& formula) {
       if (formula.expression == nullptr) return;
       const CellAddress address{sheetId, at};
-      DependencyIndex::Formula* known = index_.Find(address);
-      if (known == nullptr) known = &index_.At(index_.Add(address, formula, book_));
+      if (index_.Find(address) == nullptr) index_.Add(address, formula, book_);
       if (!formula.dirty) return;
-      known->entered = true;
-      entered_.push_back(address);
+      entered_.insert(address);
       stale_.push_back(address);
     };
     if (area.isCell()) {
@@ -338,15 +371,13 @@ class Calculator::Impl {
     visits_.clear();
     settled_.clear();
     nextVisit_ = 0;
+    evaluator_.BeginPass();
     for (const CellAddress& at : formulas) {
       path_.push_back(at);
       while (!path_.empty()) Step();
     }
-    std::erase_if(entered_, [&](const CellAddress& at) {
-      if (IsDirty(at)) return false;
-      if (DependencyIndex::Formula* known = index_.Find(at)) known->entered = false;
-      return true;
-    });
+    evaluator_.BeginPass();
+    std::erase_if(entered_, [&](const CellAddress& at) { return !IsDirty(at); });
   }
 
   // Evaluates the formula on top of the path, and either finishes it or puts what it needs on top of it.
@@ -438,10 +469,15 @@ class Calculator::Impl {
     workedOut_.insert(at.sheet);
     formula.dirty = false;
     if (evaluator_.usedStale()) unsure_.push_back(at);
-    if (evaluator_.missedBook()) {
-      // The result was worked out while the other workbook was open: better than an error.
-      const DependencyIndex::Formula* known = index_.Find(at);
-      if ((known == nullptr || !known->entered) && !sheet.ValueAt(at.cell).isEmpty()) return;
+    if (evaluator_.missedFunction() || evaluator_.restsOnKept()) {
+      kept_.insert(at);
+    } else {
+      kept_.erase(at);
+    }
+    if (evaluator_.missedBook() || evaluator_.missedFunction()) {
+      // The result was worked out while the other workbook was open, or by a program that knows the function: better
+      // than an error.
+      if (!entered_.contains(at) && !sheet.ValueAt(at.cell).isEmpty()) return;
     }
     if (!formula.arrayArea) {
       sheet.StoreResult(at.cell, result.isValue() ? result.value() : Value(0.0));
@@ -465,10 +501,14 @@ class Calculator::Impl {
   bool isIndexed_ = false;
   bool isAllStale_ = false;
   std::vector<Waiting> waiting_;
-  std::vector<CellAddress> stale_;    // every dirty formula, and some that are clean again
-  std::vector<CellAddress> entered_;  // formulas that are marked so in the index
-  std::vector<CellAddress> unsure_;   // worked out from stale results
-  std::vector<Origin> origins_;       // changed, and not yet carried on
+  std::vector<CellAddress> stale_;  // every dirty formula, and some that are clean again
+  std::size_t mostStale_ = 1024;    // a longer list is worth cleaning
+  // Formulas entered by hand since the last calculation: their cells show no result of theirs yet.
+  std::unordered_set<CellAddress, CellAddressHash> entered_;
+  std::vector<CellAddress> unsure_;  // worked out from stale results
+  std::vector<Origin> origins_;      // changed, and not yet carried on
+  // Formulas that call what is not there, and those that use their results; some no longer stand there.
+  std::unordered_set<CellAddress, CellAddressHash> kept_;
   bool foundCircle_ = false;
   std::unordered_set<SheetId> workedOut_;
 
@@ -500,6 +540,9 @@ void Calculator::InvalidateAll() {
 }
 bool Calculator::HasStale() const {
   return impl_->HasStale();
+}
+bool Calculator::IsNotComputed(SheetId sheet, CellPos cell) const {
+  return impl_->IsNotComputed(sheet, cell);
 }
 bool Calculator::FoundCircle() const {
   return impl_->foundCircle();

@@ -48,6 +48,11 @@ class Calculator : public ChangeListener {
   // A cell of a circle found by the last calculation, if there was one.
   bool FoundCircle() const;
 
+  // Whether what a cell shows was not worked out from what the workbook holds now: its formula calls a function that is
+  // not there or cannot be read at all, or it uses the result of such a formula. A formula that came with a result
+  // keeps it; one that was entered by hand gives #NAME?.
+  bool IsNotComputed(SheetId sheet, CellPos cell) const;
+
   // The value of an expression as if it stood in `home`: what names and validations use. A range gives its top left
   // cell.
   Value Evaluate(const Expression& expression, const FormulaHome& home);

@@ -8,25 +8,24 @@
 namespace tolvane::engine {
 namespace {
 
-// Cells counted from the top left of an area, down the columns: the order in which contents are walked.
-using Offset = std::uint64_t;
-
-Offset OffsetIn(const Rect& area, CellPos at) {
-  return (static_cast<Offset>(at.column - area.left) << 32) | static_cast<Offset>(at.row - area.top);
-}
-
 // The cells of an area that meet conditions. Where a condition holds for blank cells too, the few that do not meet it
 // are remembered instead, so that a whole column costs no more than what stands in it.
 class Selection {
  public:
   Selection(Evaluator& evaluator, const Area& area, const Criterion& criterion) : inverted_(criterion.matchesBlank()) {
+    if (const auto wanted = criterion.plainEquality()) {
+      if (const RangeIndex* index = evaluator.IndexOf(area, Equality::AsSeen)) {
+        listed_ = index->Find(*wanted);
+        return;
+      }
+    }
     evaluator.ForEachContent(area, [&](CellPos at, const Value& value) {
       if (criterion.Matches(value) != inverted_) listed_.push_back(OffsetIn(area.rect, at));
     });
   }
 
   void Narrow(const Selection& other) {
-    std::vector<Offset> result;
+    std::vector<CellOffset> result;
     const auto out = std::back_inserter(result);
     const auto& a = listed_;
     const auto& b = other.listed_;
@@ -52,25 +51,40 @@ class Selection {
   Summary Summarize(Evaluator& evaluator, const Area& area) const {
     Summary summary;
     std::optional<ErrorCode> error;
-    auto next = listed_.begin();
-    evaluator.ForEachContent(area, [&](CellPos at, const Value& value) {
-      const Offset offset = OffsetIn(area.rect, at);
-      while (next != listed_.end() && *next < offset) ++next;
-      const bool isListed = next != listed_.end() && *next == offset;
-      if (isListed == inverted_) return;
+    const auto add = [&](const Value& value) {
       if (value.isNumber()) {
         summary.Add(value.number());
       } else if (value.isError() && !error) {
         error = value.error();
       }
-    });
+    };
+    if (IsFew(area)) {
+      for (const CellOffset offset : listed_) {
+        const CellPos at = CellAtOffset(area.rect, offset);
+        if (area.rect.contains(at)) add(evaluator.ValueAt(*area.sheet, at));
+      }
+    } else {
+      auto next = listed_.begin();
+      evaluator.ForEachContent(area, [&](CellPos at, const Value& value) {
+        const CellOffset offset = OffsetIn(area.rect, at);
+        while (next != listed_.end() && *next < offset) ++next;
+        const bool isListed = next != listed_.end() && *next == offset;
+        if (isListed != inverted_) add(value);
+      });
+    }
     if (error) throw FunctionError{*error};
     return summary;
   }
 
  private:
+  // Whether going to each selected cell costs less than walking all contents.
+  bool IsFew(const Area& area) const {
+    constexpr std::int64_t kCostOfGoing = 8;
+    return !inverted_ && static_cast<std::int64_t>(listed_.size()) * kCostOfGoing < area.rect.cells();
+  }
+
   bool inverted_;
-  std::vector<Offset> listed_;
+  std::vector<CellOffset> listed_;
 };
 
 // Areas and conditions alternate from the argument `first` on.
@@ -128,14 +142,26 @@ Operand AverageIfs(FunctionCall& call) {
   return SummarizeIfs(call).Average();
 }
 
+Operand MaxIfs(FunctionCall& call) {
+  return SummarizeIfs(call).Greatest();
+}
+Operand MinIfs(FunctionCall& call) {
+  return SummarizeIfs(call).Least();
+}
+
 Operand CountIfs(FunctionCall& call) {
   return static_cast<double>(SelectWhere(call, 0).CountOf(call.AreaAt(0).rect.cells()));
 }
 
 constexpr Function kFunctions[] = {
-    {"AVERAGEIF", 2, 3, "RER", AverageIf}, {"AVERAGEIFS", 3, kMostArguments, "R|RE", AverageIfs},
-    {"COUNTIF", 2, 2, "RE", CountIfs},     {"COUNTIFS", 2, kMostArguments, "|RE", CountIfs},
-    {"SUMIF", 2, 3, "RER", SumIf},         {"SUMIFS", 3, kMostArguments, "R|RE", SumIfs},
+    {"AVERAGEIF", 2, 3, "RER", AverageIf},
+    {"AVERAGEIFS", 3, kMostArguments, "R|RE", AverageIfs},
+    {"COUNTIF", 2, 2, "RE", CountIfs},
+    {"COUNTIFS", 2, kMostArguments, "|RE", CountIfs},
+    {"MAXIFS", 3, kMostArguments, "R|RE", MaxIfs},
+    {"MINIFS", 3, kMostArguments, "R|RE", MinIfs},
+    {"SUMIF", 2, 3, "RER", SumIf},
+    {"SUMIFS", 3, kMostArguments, "R|RE", SumIfs},
 };
 
 }  // namespace

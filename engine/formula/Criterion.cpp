@@ -135,6 +135,11 @@ bool Criterion::Matches(const Value& value) const {
   return value.isEmpty() ? matchesBlank_ : Test(value);
 }
 
+std::optional<Value> Criterion::plainEquality() const {
+  const bool isPlain = op_ == Operator::Equal && !pattern_ && !matchesBlank_ && !operand_.isEmpty();
+  return isPlain ? std::optional(operand_) : std::nullopt;
+}
+
 bool Criterion::Equals(const Value& value) const {
   switch (operand_.kind()) {
     case Value::Kind::Empty:

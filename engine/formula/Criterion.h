@@ -33,6 +33,8 @@ class Criterion {
   explicit Criterion(const Value& condition);
   bool Matches(const Value& value) const;
   bool matchesBlank() const { return matchesBlank_; }
+  // What cells must equal, when that is all there is to it.
+  std::optional<Value> plainEquality() const;
 
  private:
   bool Test(const Value& value) const;

@@ -1,24 +1,16 @@
 #include <cmath>
 
-#include "engine/formula/DateSerial.h"
-#include "engine/formula/Evaluator.h"
+#include "engine/formula/DateArguments.h"
 #include "engine/formula/NumberText.h"
 
 namespace tolvane::engine {
 namespace {
 
-double SerialAt(FunctionCall& call, std::size_t i) {
-  const double serial = call.Number(i);
-  if (serial < 0 || serial >= kLastDateSerial + 1) throw FunctionError{ErrorCode::Num};
-  return serial;
-}
-
 Operand Date(FunctionCall& call) {
   std::int64_t year = call.Whole(0);
   if (year < 0 || year > 9999) return ErrorCode::Num;
   if (year < 1900) year += 1900;
-  const std::optional<double> serial = SerialOf(year, call.Whole(1), call.Whole(2));
-  return serial ? Operand(*serial) : Operand(ErrorCode::Num);
+  return DateResult(call, SerialOf(year, call.Whole(1), call.Whole(2)));
 }
 
 Operand Year(FunctionCall& call) {
@@ -72,14 +64,12 @@ Operand EDate(FunctionCall& call) {
   if (!first) return ErrorCode::Num;
   const CalendarDate month = DateOf(*first);
   const int day = std::min(date.day, DaysInMonth(month.year, month.month));
-  const std::optional<double> serial = SerialOf(month.year, month.month, day);
-  return serial ? Operand(*serial) : Operand(ErrorCode::Num);
+  return DateResult(call, SerialOf(month.year, month.month, day));
 }
 
 Operand EoMonth(FunctionCall& call) {
   const CalendarDate date = DateOf(SerialAt(call, 0));
-  const std::optional<double> serial = SerialOf(date.year, date.month + call.Whole(1) + 1, 0);
-  return serial ? Operand(*serial) : Operand(ErrorCode::Num);
+  return DateResult(call, SerialOf(date.year, date.month + call.Whole(1) + 1, 0));
 }
 
 Operand Days(FunctionCall& call) {
@@ -88,7 +78,8 @@ Operand Days(FunctionCall& call) {
 
 Operand DateValue(FunctionCall& call) {
   const std::optional<double> serial = NumberFromText(call.Text(0));
-  return call.ValueAt(0).isText() && serial ? Operand(std::floor(*serial)) : Operand(ErrorCode::Value);
+  if (!call.ValueAt(0).isText() || !serial || *serial < SystemStart(call.evaluator)) return ErrorCode::Value;
+  return DateResult(call, std::floor(*serial));
 }
 
 Operand TimeValue(FunctionCall& call) {
@@ -97,10 +88,10 @@ Operand TimeValue(FunctionCall& call) {
 }
 
 Operand Today(FunctionCall& call) {
-  return std::floor(call.evaluator.world().Now());
+  return DateResult(call, std::floor(call.evaluator.world().Now()));
 }
 Operand Now(FunctionCall& call) {
-  return call.evaluator.world().Now();
+  return DateResult(call, call.evaluator.world().Now());
 }
 
 constexpr Function kFunctions[] = {

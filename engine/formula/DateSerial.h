@@ -1,15 +1,15 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
-#include <string_view>
 
 namespace tolvane::engine {
 
 // Dates as serial numbers: 1 is 1 January 1900, and 60 is 29 February 1900, a day that never was but that every
 // spreadsheet keeps for the sake of old files. 0 reads as 0 January 1900. The last is 31 December 9999.
 inline constexpr double kLastDateSerial = 2958465;
+// Workbooks with the 1904 date system count from 1 January 1904, which is their day 0.
+inline constexpr double kStartOf1904 = 1462;
 
 struct CalendarDate {
   int year = 1900;
@@ -29,11 +29,5 @@ std::optional<double> SerialOf(std::int64_t year, std::int64_t month, std::int64
 CalendarDate DateOf(double serial);  // 0 <= serial < kLastDateSerial + 1
 int DaysInMonth(int year, int month);
 int WeekdayOf(double serial);  // 1 is Sunday
-
-inline constexpr std::array<std::string_view, 12> kMonthNames = {"January",   "February", "March",    "April",
-                                                                 "May",       "June",     "July",     "August",
-                                                                 "September", "October",  "November", "December"};
-inline constexpr std::array<std::string_view, 7> kWeekdayNames = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                                  "Thursday", "Friday", "Saturday"};
 
 }  // namespace tolvane::engine

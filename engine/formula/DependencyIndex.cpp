@@ -35,7 +35,7 @@ DependencyIndex::FormulaId DependencyIndex::Add(const CellAddress& at, const For
   if (precedents.usesNames) nameUsers_.push_back(id);
   if (precedents.isSubtotal) subtotals_.push_back(id);
   formulas_.push_back({at, cell, std::move(precedents.books), precedents.isVolatile, precedents.usesNames,
-                       precedents.isSubtotal, false, true});
+                       precedents.isSubtotal, true});
   byCell_[at] = id;
   return id;
 }

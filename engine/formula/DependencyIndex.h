@@ -26,7 +26,6 @@ class DependencyIndex {
     bool isVolatile = false;
     bool usesNames = false;
     bool isSubtotal = false;
-    bool entered = false;  // by hand since the last calculation, so its cell shows no result of it yet
     bool alive = true;
   };
 

@@ -45,6 +45,7 @@ std::string_view FileNameOf(std::string_view path) {
 
 Operand Evaluator::EvaluateFormula(const Expression& expression, const Sheet& sheet, CellPos cell, Mode mode) {
   missedBook_ = false;
+  missedFunction_ = false;
   steps_ = 0;
   if (expression.nodes.empty()) return ErrorCode::Value;
   const Frame frame{expression, sheet, cell};
@@ -98,11 +99,13 @@ Operand Evaluator::Evaluate(const Frame& frame, std::uint32_t id, Mode mode) {
 
 void Evaluator::NoteIfStale(const Sheet& sheet, CellPos at, const FormulaCell& formula) {
   bool isStale = formula.dirty;
+  if (!formula.rawText.empty()) restsOnKept_ = true;
   if (formula.arrayArea) {
     at = formula.arrayArea->topLeft();
     const FormulaCell* whole = sheet.FormulaAt(at);
     isStale = whole != nullptr && whole->dirty;
   }
+  if (kept_ != nullptr && !kept_->empty() && kept_->contains({sheet.id(), at})) restsOnKept_ = true;
   if (!isStale) return;
   if (staleScope_ && (staleScope_->sheet != sheet.id() || !staleScope_->area.contains(at))) {
     usedStale_ = true;
@@ -338,7 +341,10 @@ Operand RunFunction(const Function& function, FunctionCall& call) {
 
 Operand Evaluator::EvaluateCall(const Frame& frame, const Node& node, Mode mode) {
   const Function* function = FindFunction(frame.expression.names[node.index].name);
-  if (function == nullptr) return ErrorCode::Name;
+  if (function == nullptr) {
+    missedFunction_ = true;
+    return ErrorCode::Name;
+  }
   const std::size_t count = node.childCount;
   if (count < static_cast<std::size_t>(function->fewest) || count > static_cast<std::size_t>(function->most)) {
     return ErrorCode::Value;

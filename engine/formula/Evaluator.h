@@ -3,13 +3,17 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <random>
 #include <span>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "engine/formula/Calculator.h"
 #include "engine/formula/CellAddress.h"
 #include "engine/formula/FunctionTable.h"
 #include "engine/formula/Operand.h"
+#include "engine/formula/RangeIndex.h"
 #include "engine/model/CellStore.h"
 #include "engine/model/Expression.h"
 #include "engine/model/Workbook.h"
@@ -49,6 +53,7 @@ class Evaluator {
   void ForgetStale() {
     stale_.clear();
     usedStale_ = false;
+    restsOnKept_ = false;
   }
   // From now on stale formulas count only in this area of a sheet; elsewhere (with kOwnSheet: everywhere) their last
   // results are used as they are.
@@ -58,6 +63,14 @@ class Evaluator {
   bool usedStale() const { return usedStale_; }
   // Whether the last formula refers to a workbook that is not open.
   bool missedBook() const { return missedBook_; }
+  // Whether the last formula called a function that is not there.
+  bool missedFunction() const { return missedFunction_; }
+  // Whether, since the last ForgetStale, a cell was read whose result was kept instead of worked out.
+  bool restsOnKept() const { return restsOnKept_; }
+  // The cells whose results are so; the calculator's list.
+  void SetKept(const std::unordered_set<CellAddress, CellAddressHash>* kept) { kept_ = kept; }
+  // Forgets what was remembered of cells that may have changed since.
+  void BeginPass();
 
   // --- for functions
   // -----------------------------------------------------------------------------------------------------
@@ -85,6 +98,12 @@ class Evaluator {
   Value Single(const Frame& frame, const Operand& operand);
   // All values; a range of too many cells gives null.
   ArrayPtr ToArray(const Operand& operand);
+  // Where the values of an area stand; null when walking it is the better way, or when it holds stale cells.
+  const RangeIndex* IndexOf(const Area& area, Equality equality);
+  // The part of a sheet that holds anything.
+  const std::optional<Rect>& UsedContentsOf(const Sheet& sheet);
+  // From 0 to less than 1.
+  double Random() { return std::uniform_real_distribution<double>()(random_); }
   // As an operator wants it: a value, or an array for a range in Mode::Array.
   Operand Resolve(const Frame& frame, Operand operand, Mode mode);
 
@@ -111,6 +130,12 @@ class Evaluator {
   std::optional<StaleScope> staleScope_;
   bool usedStale_ = false;
   bool missedBook_ = false;
+  bool missedFunction_ = false;
+  bool restsOnKept_ = false;
+  const std::unordered_set<CellAddress, CellAddressHash>* kept_ = nullptr;
+  RangeIndexes indexes_;
+  std::unordered_map<const Sheet*, std::optional<Rect>> usedContents_;
+  std::mt19937_64 random_{std::random_device()()};
   int depth_ = 0;
   std::int64_t steps_ = 0;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "engine/formula/FormatColours.h"
 #include "platform/Text.h"
 
 namespace tolvane::engine {
@@ -119,6 +120,7 @@ class SectionParser {
       inExponent_ = true;
       return;
     }
+    if (c == '/' && section_->hasDigits && !section_->isDate && !section_->isFraction) return Fraction();
     if (TakeWord("General")) return Add(Kind::General);
     Letter();
   }
@@ -140,6 +142,19 @@ class SectionParser {
       default:
         return Add(Kind::Literal, TakeCharacter());
     }
+  }
+
+  // Digits behind the line that are no placeholders are a given denominator.
+  void Fraction() {
+    ++at_;
+    section_->isFraction = true;
+    std::size_t length = 0;
+    bool isGiven = false;
+    for (char c = Peek(); c >= '0' && c <= '9'; c = Peek(++length)) isGiven = isGiven || c != '0';
+    constexpr std::size_t kLongestDenominator = 9;
+    if (!isGiven || length > kLongestDenominator) return Add(Kind::Slash);
+    Add(Kind::Slash, std::string(format_.substr(at_, length)));
+    at_ += length;
   }
 
   void AddDate(Kind kind, std::string text, int length = 1) {
@@ -180,15 +195,16 @@ class SectionParser {
     if (inside.empty()) return;
     if (inside[0] == '$') {  // [$€-407]: a currency and where it is used
       const std::size_t dash = inside.find('-');
+      if (dash != std::string_view::npos) section_->language = LanguageOfLocale(inside.substr(dash + 1));
       return Add(Kind::Literal, std::string(inside.substr(1, dash == std::string_view::npos ? dash : dash - 1)));
     }
     if (inside[0] == '<' || inside[0] == '>' || inside[0] == '=') return ReadCondition(inside);
     const char letter = Lower(inside[0]);
     const bool isRun = std::all_of(inside.begin(), inside.end(), [letter](char c) { return Lower(c) == letter; });
     if (isRun && (letter == 'h' || letter == 'm' || letter == 's')) {
-      AddDate(Kind::Elapsed, std::string(1, letter), static_cast<int>(inside.size()));
+      return AddDate(Kind::Elapsed, std::string(1, letter), static_cast<int>(inside.size()));
     }
-    // All else is a colour.
+    if (const auto colour = ColourNamed(inside)) section_->colour = colour;
   }
 
   void ReadCondition(std::string_view text) {

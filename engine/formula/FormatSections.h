@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/formula/CalendarNames.h"
 #include "engine/model/Expression.h"
 
 namespace tolvane::engine {
@@ -28,6 +29,7 @@ struct FormatToken {
     SecondDecimals,  // .00 behind seconds
     Elapsed,         // [h], [mm], [s]: text holds the letter
     AmPm,            // text holds how it is spelled: AM/PM or A/P
+    Slash,           // of a fraction: text holds the denominator if it is a given one
     General,
     Text,  // @
   };
@@ -45,9 +47,12 @@ struct FormatSection {
     bool Holds(double number) const;
   };
   std::optional<Condition> condition;
-  bool thousands = false;   // commas between digits
-  int scaledThousands = 0;  // commas behind the last digit: each divides by 1000
+  bool thousands = false;               // commas between digits
+  int scaledThousands = 0;              // commas behind the last digit: each divides by 1000
+  std::optional<std::uint32_t> colour;  // 0xRRGGBB
+  CalendarLanguage language = CalendarLanguage::English;
   bool isDate = false;
+  bool isFraction = false;
   bool hasDigits = false;
   bool hasText = false;  // an @
 };

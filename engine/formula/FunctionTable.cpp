@@ -9,8 +9,10 @@ namespace {
 std::vector<const Function*> AllByName() {
   std::vector<const Function*> all;
   for (std::span<const Function> family :
-       {MathFunctions(), AggregateFunctions(), SubtotalFunctions(), ConditionalFunctions(), LogicFunctions(),
-        InformationFunctions(), LookupFunctions(), ReferenceFunctions(), TextFunctions(), DateFunctions()}) {
+       {MathFunctions(), MultipleFunctions(), TrigonometricFunctions(), AggregateFunctions(), OrderFunctions(),
+        SubtotalFunctions(), ConditionalFunctions(), LogicFunctions(), InformationFunctions(), LookupFunctions(),
+        CrossLookupFunctions(), ReferenceFunctions(), TextFunctions(), TextConversionFunctions(), DateFunctions(),
+        CalendarFunctions(), AnnuityFunctions(), CashFlowFunctions()}) {
     for (const Function& function : family) all.push_back(&function);
   }
   std::sort(all.begin(), all.end(), [](const Function* a, const Function* b) { return a->name < b->name; });

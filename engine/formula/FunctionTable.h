@@ -40,16 +40,32 @@ const Function* FindFunction(std::string_view upperName);
 // Whether a formula is a subtotal, which other subtotals leave out and which depends on what rows are hidden.
 bool HoldsSubtotal(const Expression& expression);
 
+// Functions that came after the file format stand in files with the prefix "_xlfn.", some with "_xlfn._xlws."; people
+// never see it. Known are also functions that cannot be worked out here.
+bool NeedsFilePrefix(std::string_view upperName);
+// "" for a function without one.
+std::string_view FilePrefixOf(std::string_view upperName);
+// A function's name in upper case without such a prefix; as it is where the prefix does not belong to a known function.
+std::string_view WithoutFilePrefix(std::string_view upperName);
+
 // The families.
 std::span<const Function> MathFunctions();
+std::span<const Function> MultipleFunctions();
+std::span<const Function> TrigonometricFunctions();
 std::span<const Function> AggregateFunctions();
+std::span<const Function> OrderFunctions();
 std::span<const Function> SubtotalFunctions();
 std::span<const Function> ConditionalFunctions();
 std::span<const Function> LogicFunctions();
 std::span<const Function> InformationFunctions();
 std::span<const Function> LookupFunctions();
+std::span<const Function> CrossLookupFunctions();
 std::span<const Function> ReferenceFunctions();
 std::span<const Function> TextFunctions();
+std::span<const Function> TextConversionFunctions();
 std::span<const Function> DateFunctions();
+std::span<const Function> CalendarFunctions();
+std::span<const Function> AnnuityFunctions();
+std::span<const Function> CashFlowFunctions();
 
 }  // namespace tolvane::engine

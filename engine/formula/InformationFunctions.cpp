@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
 #include "engine/formula/Evaluator.h"
 #include "engine/formula/Printer.h"
 #include "engine/formula/SheetPrefix.h"
@@ -33,6 +37,48 @@ Operand IsNA(FunctionCall& call) {
 Operand IsRef(FunctionCall& call) {
   return Value(call.Argument(0).isReference());
 }
+Operand ErrorType(FunctionCall& call) {
+  if (!call.ValueAt(0).isError()) return ErrorCode::NA;
+  constexpr ErrorCode kInOrder[] = {ErrorCode::Null, ErrorCode::Div0, ErrorCode::Value, ErrorCode::Ref,
+                                    ErrorCode::Name, ErrorCode::Num,  ErrorCode::NA};
+  const auto at = std::find(std::begin(kInOrder), std::end(kInOrder), call.ValueAt(0).error());
+  return static_cast<double>(at - std::begin(kInOrder) + 1);
+}
+
+bool IsEvenAt(FunctionCall& call) {
+  if (call.ValueAt(0).isBoolean()) throw FunctionError{ErrorCode::Value};
+  return std::fmod(std::trunc(call.Number(0)), 2) == 0;
+}
+Operand IsEven(FunctionCall& call) {
+  return Value(IsEvenAt(call));
+}
+Operand IsOdd(FunctionCall& call) {
+  return Value(!IsEvenAt(call));
+}
+
+Operand IsFormula(FunctionCall& call) {
+  const Operand& argument = call.Argument(0);
+  if (!argument.isReference()) return argument.isValue() && argument.value().isError() ? argument : ErrorCode::Value;
+  const Area& area = argument.areas()[0];
+  return Value(area.sheet->FormulaAt(area.rect.topLeft()) != nullptr);
+}
+
+Operand FormulaText(FunctionCall& call) {
+  const Area& area = call.AreaAt(0);
+  CellPos at = area.rect.topLeft();
+  const FormulaCell* formula = area.sheet->FormulaAt(at);
+  const bool isArray = formula != nullptr && formula->arrayArea;
+  if (isArray) {
+    at = formula->arrayArea->topLeft();
+    formula = area.sheet->FormulaAt(at);
+  }
+  if (formula == nullptr) return ErrorCode::NA;
+  if (!formula->rawText.empty()) return Value(formula->rawText);
+  if (formula->expression == nullptr) return ErrorCode::NA;
+  const std::string text = PrintFormula(*formula->expression, Notation::A1, {area.sheet->id(), at}, area.sheet->book());
+  return Value(isArray ? "{" + text + "}" : text);
+}
+
 Operand Na(FunctionCall&) {
   return ErrorCode::NA;
 }
@@ -113,13 +159,18 @@ Operand Cell(FunctionCall& call) {
 
 constexpr Function kFunctions[] = {
     {"CELL", 1, 2, "VR", Cell, true},
+    {"ERROR.TYPE", 1, 1, "E", ErrorType},
+    {"FORMULATEXT", 1, 1, "R", FormulaText},
     {"ISBLANK", 1, 1, "E", IsBlank},
     {"ISERR", 1, 1, "E", IsErr},
     {"ISERROR", 1, 1, "E", IsError},
+    {"ISEVEN", 1, 1, "V", IsEven},
+    {"ISFORMULA", 1, 1, "R", IsFormula},
     {"ISLOGICAL", 1, 1, "E", IsLogical},
     {"ISNA", 1, 1, "E", IsNA},
     {"ISNONTEXT", 1, 1, "E", IsNonText},
     {"ISNUMBER", 1, 1, "E", IsNumber},
+    {"ISODD", 1, 1, "V", IsOdd},
     {"ISREF", 1, 1, "R", IsRef},
     {"ISTEXT", 1, 1, "E", IsText},
     {"N", 1, 1, "R", N},

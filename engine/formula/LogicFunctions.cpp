@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <vector>
 
 #include "engine/formula/Arithmetic.h"
 #include "engine/formula/Coercion.h"
@@ -67,6 +68,94 @@ Operand IfNA(FunctionCall& call) {
   return ReplaceErrors(call, [](ErrorCode error) { return error == ErrorCode::NA; });
 }
 
+// Values of a branch whose place in the array of results is not known before.
+struct Candidates {
+  std::vector<Operand> operands;
+  int rows = 1;
+  int columns = 1;
+  void Add(Operand operand) {
+    rows = std::max(rows, RowsOf(operand));
+    columns = std::max(columns, ColumnsOf(operand));
+    operands.push_back(std::move(operand));
+  }
+};
+
+// Picks a value for each element: `pick` gives the number of the operand, or an error.
+template <class Pick>
+Operand PickElements(const Candidates& candidates, Pick pick) {
+  auto result = std::make_shared<ValueArray>(candidates.rows, candidates.columns);
+  for (int row = 0; row < result->rows; ++row) {
+    for (int column = 0; column < result->columns; ++column) result->At(row, column) = pick(row, column);
+  }
+  return ArrayPtr(std::move(result));
+}
+
+Operand IfsOverArrays(FunctionCall& call) {
+  Candidates all;
+  for (std::size_t i = 0; i < call.count(); ++i) all.Add(BranchValues(call, i));
+  return PickElements(all, [&](int row, int column) -> Value {
+    for (std::size_t i = 0; i + 1 < all.operands.size(); i += 2) {
+      const BooleanResult holds = ToBoolean(ElementOf(all.operands[i], row, column));
+      if (holds.error) return *holds.error;
+      if (holds.boolean) return ElementOf(all.operands[i + 1], row, column);
+    }
+    return ErrorCode::NA;
+  });
+}
+
+Operand Ifs(FunctionCall& call) {
+  if (call.count() % 2 != 0) return ErrorCode::NA;
+  const std::size_t staleBefore = call.evaluator.stale().size();
+  for (std::size_t i = 0; i + 1 < call.count(); i += 2) {
+    const Operand condition = call.evaluator.Resolve(call.frame, call.Evaluate(i), call.mode);
+    if (call.evaluator.stale().size() != staleBefore) return ErrorCode::NA;
+    if (condition.isArray()) return IfsOverArrays(call);
+    const BooleanResult holds = ToBoolean(call.evaluator.Single(call.frame, condition));
+    if (holds.error) return *holds.error;
+    if (holds.boolean) return Branch(call, i + 1, call.mode);
+  }
+  return ErrorCode::NA;
+}
+
+// Pairs of a value and a result, and perhaps a result for all others.
+bool AreEqual(const Value& a, const Value& b) {
+  return (a.kind() == b.kind() || a.isEmpty() || b.isEmpty()) && CompareValues(a, b) == 0;
+}
+
+Operand SwitchOverArrays(FunctionCall& call) {
+  Candidates all;
+  for (std::size_t i = 0; i < call.count(); ++i) all.Add(BranchValues(call, i));
+  const bool hasDefault = call.count() % 2 == 0;
+  return PickElements(all, [&](int row, int column) -> Value {
+    const Value chosen = ElementOf(all.operands[0], row, column);
+    if (chosen.isError()) return chosen;
+    for (std::size_t i = 1; i + 1 < all.operands.size(); i += 2) {
+      const Value value = ElementOf(all.operands[i], row, column);
+      if (value.isError()) return value;
+      if (AreEqual(chosen, value)) return ElementOf(all.operands[i + 1], row, column);
+    }
+    return hasDefault ? ElementOf(all.operands.back(), row, column) : Value(ErrorCode::NA);
+  });
+}
+
+Operand Switch(FunctionCall& call) {
+  const std::size_t staleBefore = call.evaluator.stale().size();
+  const Operand expression = call.evaluator.Resolve(call.frame, call.Evaluate(0), call.mode);
+  if (call.evaluator.stale().size() != staleBefore) return ErrorCode::NA;
+  if (expression.isArray()) return SwitchOverArrays(call);
+  const Value chosen = call.evaluator.Single(call.frame, expression);
+  if (chosen.isError()) return chosen;
+  for (std::size_t i = 1; i + 1 < call.count(); i += 2) {
+    const Operand candidate = call.evaluator.Resolve(call.frame, call.Evaluate(i), call.mode);
+    if (call.evaluator.stale().size() != staleBefore) return ErrorCode::NA;
+    if (candidate.isArray()) return SwitchOverArrays(call);
+    const Value value = call.evaluator.Single(call.frame, candidate);
+    if (value.isError()) return value;
+    if (AreEqual(chosen, value)) return Branch(call, i + 1, call.mode);
+  }
+  return call.count() % 2 == 0 ? Branch(call, call.count() - 1, call.mode) : Operand(ErrorCode::NA);
+}
+
 // How many of the arguments' conditions hold. In references and arrays texts and blanks do not count; without a single
 // condition there is no answer.
 struct Tally {
@@ -124,9 +213,17 @@ Operand False(FunctionCall&) {
 }
 
 constexpr Function kFunctions[] = {
-    {"AND", 1, kMostArguments, "R", And}, {"FALSE", 0, 0, "V", False}, {"IF", 1, 3, "L", If},
-    {"IFERROR", 2, 2, "L", IfError},      {"IFNA", 2, 2, "L", IfNA},   {"NOT", 1, 1, "V", Not},
-    {"OR", 1, kMostArguments, "R", Or},   {"TRUE", 0, 0, "V", True},   {"XOR", 1, kMostArguments, "R", Xor},
+    {"AND", 1, kMostArguments, "R", And},
+    {"FALSE", 0, 0, "V", False},
+    {"IF", 1, 3, "L", If},
+    {"IFERROR", 2, 2, "L", IfError},
+    {"IFNA", 2, 2, "L", IfNA},
+    {"IFS", 2, kMostArguments, "L", Ifs},
+    {"NOT", 1, 1, "V", Not},
+    {"OR", 1, kMostArguments, "R", Or},
+    {"SWITCH", 3, kMostArguments, "L", Switch},
+    {"TRUE", 0, 0, "V", True},
+    {"XOR", 1, kMostArguments, "R", Xor},
 };
 
 }  // namespace

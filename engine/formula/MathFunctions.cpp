@@ -2,42 +2,10 @@
 
 #include "engine/formula/Coercion.h"
 #include "engine/formula/Evaluator.h"
+#include "engine/formula/Rounding.h"
 
 namespace tolvane::engine {
 namespace {
-
-constexpr int kMostDigits = 300;  // beyond which a power of ten leaves the range of numbers
-
-// How a number is cut to a number of decimals.
-enum class Cut : std::uint8_t { HalfAwayFromZero, AwayFromZero, TowardsZero };
-
-// Works on the decimal digits that people see: 2.675 is just below the half in binary, but rounds to 2.68.
-double CutTo(double number, std::int64_t digits, Cut cut) {
-  if (number == 0 || digits > kMostDigits) return number;
-  if (digits < -kMostDigits) return 0;
-  const double power = std::pow(10.0, static_cast<double>(digits < 0 ? -digits : digits));
-  const double magnitude = std::fabs(number);
-  const double scaled = digits < 0 ? magnitude / power : magnitude * power;
-  if (!std::isfinite(scaled)) return number;
-  constexpr double kWholeFrom = 4503599627370496.0;  // 2^52: no fraction left
-  if (scaled >= kWholeFrom) return number;
-
-  // Within the noise of the scaling, the scaled number is what its 15 digits say.
-  const double noise = scaled * 4e-16;
-  double whole = std::floor(scaled);
-  switch (cut) {
-    case Cut::HalfAwayFromZero:
-      whole = std::floor(scaled + 0.5 + noise);
-      break;
-    case Cut::AwayFromZero:
-      if (scaled - whole > noise) whole += 1;
-      break;
-    case Cut::TowardsZero:
-      if (whole + 1 - scaled <= noise) whole += 1;
-      break;
-  }
-  return std::copysign(digits < 0 ? whole * power : whole / power, number);
-}
 
 Operand Round(FunctionCall& call) {
   return CutTo(call.Number(0), call.Whole(1), Cut::HalfAwayFromZero);
@@ -111,6 +79,17 @@ Operand Log(FunctionCall& call) {
   return base == 10 ? std::log10(number) : std::log(number) / std::log(base);
 }
 
+Operand Rand(FunctionCall& call) {
+  return call.evaluator.Random();
+}
+
+Operand RandBetween(FunctionCall& call) {
+  const double least = std::ceil(call.Number(0));
+  const double greatest = std::floor(call.Number(1));
+  if (least > greatest) return ErrorCode::Num;
+  return least + std::floor(call.evaluator.Random() * (greatest - least + 1));
+}
+
 constexpr Function kFunctions[] = {
     {"ABS", 1, 1, "V", Abs},
     {"EXP", 1, 1, "V", Exp},
@@ -121,6 +100,8 @@ constexpr Function kFunctions[] = {
     {"MOD", 2, 2, "V", Mod},
     {"PI", 0, 0, "V", Pi},
     {"POWER", 2, 2, "V", Power},
+    {"RAND", 0, 0, "V", Rand, true},
+    {"RANDBETWEEN", 2, 2, "V", RandBetween, true},
     {"ROUND", 2, 2, "V", Round},
     {"ROUNDDOWN", 2, 2, "V", RoundDown},
     {"ROUNDUP", 2, 2, "V", RoundUp},

@@ -6,6 +6,7 @@
 
 #include "engine/formula/DateSerial.h"
 #include "engine/formula/FormatSections.h"
+#include "engine/formula/FractionFormat.h"
 #include "engine/formula/NumberText.h"
 
 namespace tolvane::engine {
@@ -165,6 +166,7 @@ std::string FormatDigits(const FormatSection& section, double magnitude) {
   const std::string general = GeneralText(magnitude);
   for (int i = 0; i < counts.percents; ++i) magnitude *= 100;
   for (int i = 0; i < section.scaledThousands; ++i) magnitude /= 1000;
+  if (section.isFraction) return FormatFraction(section, magnitude);
   return DigitWriter(section, counts, magnitude).Write(general);
 }
 
@@ -177,20 +179,27 @@ std::string Padded(std::int64_t number, int width) {
   return digits;
 }
 
-std::string NameOrNumber(int number, int length, std::string_view name) {
-  if (length <= 2) return Padded(number, length);
-  if (length == 3) return std::string(name.substr(0, 3));
+std::string MonthText(CalendarLanguage language, int month, int length) {
+  if (length <= 2) return Padded(month, length);
+  const std::string_view name = MonthName(language, month, length == 3);
   return std::string(length == 5 ? name.substr(0, 1) : name);
 }
 
-std::optional<std::string> FormatDate(const FormatSection& section, double serial) {
+std::string DayText(CalendarLanguage language, int day, int weekday, int length) {
+  if (length <= 2) return Padded(day, length);
+  return std::string(WeekdayName(language, weekday, length == 3));
+}
+
+// `start`: the serial that the number counts from; durations count from nothing.
+std::optional<std::string> FormatDate(const FormatSection& section, double number, double start) {
+  const double serial = number + start;
   int decimals = 0;
   bool halfDays = false;
   for (const FormatToken& token : section.tokens) {
     if (token.kind == Kind::SecondDecimals) decimals = std::min(token.length, 3);
     if (token.kind == Kind::AmPm) halfDays = true;
   }
-  if (serial < 0 || serial >= kLastDateSerial + 1) return std::nullopt;
+  if (number < 0 || serial >= kLastDateSerial + 1) return std::nullopt;
   // In units of the smallest fraction shown, so that all parts are rounded alike.
   constexpr std::int64_t kUnits[] = {1, 10, 100, 1000};
   const std::int64_t perSecond = kUnits[decimals];
@@ -211,11 +220,10 @@ std::optional<std::string> FormatDate(const FormatSection& section, double seria
         out += token.length <= 2 ? Padded(date.year % 100, 2) : Padded(date.year, 4);
         break;
       case Kind::Month:
-        out += NameOrNumber(date.month, token.length, kMonthNames[static_cast<std::size_t>(date.month) - 1]);
+        out += MonthText(section.language, date.month, token.length);
         break;
       case Kind::Day:
-        out += NameOrNumber(date.day, std::min(token.length, 4),
-                            kWeekdayNames[static_cast<std::size_t>(WeekdayOf(static_cast<double>(day))) - 1]);
+        out += DayText(section.language, date.day, WeekdayOf(static_cast<double>(day)), token.length);
         break;
       case Kind::Hour: {
         const std::int64_t hour = second / 3600;
@@ -235,7 +243,7 @@ std::optional<std::string> FormatDate(const FormatSection& section, double seria
         break;
       }
       case Kind::Elapsed: {
-        const std::int64_t seconds = total / perSecond;
+        const std::int64_t seconds = total / perSecond - static_cast<std::int64_t>(start) * 86400;
         const std::int64_t unit = token.text == "h" ? 3600 : token.text == "m" ? 60 : 1;
         out += Padded(seconds / unit, token.length);
         break;
@@ -255,11 +263,21 @@ std::optional<std::string> FormatDate(const FormatSection& section, double seria
       case Kind::Percent:
         out += '%';
         break;
+      case Kind::Slash:
+        out += '/' + token.text;
+        break;
       default:
         break;
     }
   }
   return out;
+}
+
+// Workbooks that count from 1904 have room for a minus sign: there is no false leap day to get past.
+std::optional<std::string> FormatDateFrom1904(const FormatSection& section, double number) {
+  std::optional<std::string> text = FormatDate(section, std::fabs(number), kStartOf1904);
+  if (text && number < 0) text->insert(0, "-");
+  return text;
 }
 
 // --- sections
@@ -295,10 +313,12 @@ Choice ChooseSection(const std::vector<FormatSection>& sections, double number) 
   return {};
 }
 
-std::string FormatText(const std::vector<FormatSection>& sections, std::string_view text) {
-  const FormatSection* section = sections.size() >= 4      ? &sections[3]
-                                 : sections.back().hasText ? &sections.back()
-                                                           : nullptr;
+const FormatSection* TextSection(const std::vector<FormatSection>& sections) {
+  if (sections.size() >= 4) return &sections[3];
+  return sections.back().hasText ? &sections.back() : nullptr;
+}
+
+std::string FormatText(const FormatSection* section, std::string_view text) {
   if (section == nullptr) return std::string(text);
   std::string out;
   for (const FormatToken& token : section->tokens) {
@@ -308,33 +328,58 @@ std::string FormatText(const std::vector<FormatSection>& sections, std::string_v
   return out;
 }
 
-}  // namespace
+struct Attempt {
+  std::optional<std::string> text;
+  std::optional<std::uint32_t> colour;
+};
 
-std::optional<std::string> TryFormatValue(const Value& value, std::string_view numberFormat) {
+Attempt ShowNumber(double number, std::string_view numberFormat, bool date1904) {
+  if (numberFormat.empty() || numberFormat == "General") return {GeneralText(number), {}};
+  const std::vector<FormatSection> sections = ParseNumberFormat(numberFormat);
+  const Choice choice = ChooseSection(sections, number);
+  if (choice.section == nullptr) return {};
+  const FormatSection& section = *choice.section;
+  if (section.isDate) {
+    // A section for negative numbers gets the number without its sign.
+    const double serial = number < 0 && !choice.showsSign ? -number : number;
+    return {date1904 ? FormatDateFrom1904(section, serial) : FormatDate(section, serial, 0), section.colour};
+  }
+  std::string out = FormatDigits(section, std::fabs(number));
+  return {choice.showsSign ? "-" + out : out, section.colour};
+}
+
+Attempt Show(const Value& value, std::string_view numberFormat, bool date1904) {
   switch (value.kind()) {
     case Value::Kind::Empty:
-      return std::string();
+      return {std::string(), {}};
     case Value::Kind::Boolean:
-      return std::string(value.boolean() ? "TRUE" : "FALSE");
+      return {std::string(value.boolean() ? "TRUE" : "FALSE"), {}};
     case Value::Kind::Error:
-      return std::string(TextOf(value.error()));
-    case Value::Kind::Text:
-      return FormatText(ParseNumberFormat(numberFormat), value.text().view());
+      return {std::string(TextOf(value.error())), {}};
+    case Value::Kind::Text: {
+      const std::vector<FormatSection> sections = ParseNumberFormat(numberFormat);
+      const FormatSection* section = TextSection(sections);
+      return {FormatText(section, value.text().view()), section == nullptr ? std::nullopt : section->colour};
+    }
     case Value::Kind::Number:
       break;
   }
-  const double number = value.number();
-  if (numberFormat.empty() || numberFormat == "General") return GeneralText(number);
-  const std::vector<FormatSection> sections = ParseNumberFormat(numberFormat);
-  const Choice choice = ChooseSection(sections, number);
-  if (choice.section == nullptr) return std::nullopt;
-  if (choice.section->isDate) return FormatDate(*choice.section, number);
-  std::string out = FormatDigits(*choice.section, std::fabs(number));
-  return choice.showsSign ? "-" + out : out;
+  return ShowNumber(value.number(), numberFormat, date1904);
 }
 
-std::string FormatValue(const Value& value, std::string_view numberFormat) {
-  return TryFormatValue(value, numberFormat).value_or("########");
+}  // namespace
+
+std::optional<std::string> TryFormatValue(const Value& value, std::string_view numberFormat, bool date1904) {
+  return Show(value, numberFormat, date1904).text;
+}
+
+ShownText ShowValue(const Value& value, std::string_view numberFormat, bool date1904) {
+  Attempt attempt = Show(value, numberFormat, date1904);
+  return {std::move(attempt.text).value_or("########"), attempt.colour};
+}
+
+std::string FormatValue(const Value& value, std::string_view numberFormat, bool date1904) {
+  return ShowValue(value, numberFormat, date1904).text;
 }
 
 }  // namespace tolvane::engine

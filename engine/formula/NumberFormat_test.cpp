@@ -127,9 +127,38 @@ TEST(NumberFormat, Times) {
   EXPECT_EQ(Show(39000.75, "d mmm yyyy h:mm"), "10 Oct 2006 18:00");
 }
 
+TEST(NumberFormat, Colours) {
+  constexpr std::string_view kFormat = "[Red]0;[Color10](0);[blue]\"zero\";[Green]@";
+  EXPECT_EQ(ShowValue(Value(5), kFormat).text, "5");
+  EXPECT_EQ(ShowValue(Value(5), kFormat).colour, 0xFF0000u);
+  EXPECT_EQ(ShowValue(Value(-5), kFormat).text, "(5)");
+  EXPECT_EQ(ShowValue(Value(-5), kFormat).colour, 0x008000u);
+  EXPECT_EQ(ShowValue(Value(0), kFormat).colour, 0x0000FFu);
+  EXPECT_EQ(ShowValue(Value("x"), kFormat).colour, 0x00FF00u);
+  EXPECT_EQ(ShowValue(Value(5), "0;[Red]0").colour, std::nullopt);
+  EXPECT_EQ(ShowValue(Value("x"), "[Red]0").colour, std::nullopt);
+  EXPECT_EQ(ShowValue(Value(5), "[Color57]0").colour, std::nullopt);
+  EXPECT_EQ(ShowValue(Value(5), "[Color 3][>1]0").colour, 0xFF0000u);
+  EXPECT_EQ(ShowValue(Value(5), "General").colour, std::nullopt);
+  EXPECT_EQ(ShowValue(Value(-1), "[Red]yyyy").text, "########");
+}
+
+TEST(NumberFormat, DatesFrom1904) {
+  EXPECT_EQ(FormatValue(Value(0), "yyyy-mm-dd", true), "1904-01-01");
+  EXPECT_EQ(FormatValue(Value(37538), "yyyy-mm-dd", true), "2006-10-10");
+  EXPECT_EQ(FormatValue(Value(1.5), "[h]:mm", false), "36:00");
+  EXPECT_EQ(FormatValue(Value(-1), "yyyy-mm-dd", true), "-1904-01-02");
+}
+
+TEST(NumberFormat, NegativeDurations) {
+  EXPECT_EQ(Show(-0.5, "[h]:mm"), "########");
+  EXPECT_EQ(Show(-0.5, "[h]:mm;-[h]:mm"), "-12:00");
+}
+
 TEST(NumberFormat, OddFormatsDoNotBreak) {
   for (const char* format :
-       {"\"open", "[", "[Red", "\\", "_", "*", "E+", "0E+", "....", ",,,", ";;;;;;", "0.0.0", "%%%", "[h", "[]"}) {
+       {"\"open", "[",  "[Red", "\\", "_",   "*", "E+",  "0E+",     "....", ",,,",    ";;;;;;",  "0.0.0",
+        "%%%",    "[h", "[]",   "0/", "?/0", "/", "0/1", "# ?/?/?", "[$-",  "[$-407", "[Color]", "# ?/99999999999"}) {
     FormatValue(Value(1234.5), format);
     FormatValue(Value(-1e300), format);
     FormatValue(Value("text"), format);

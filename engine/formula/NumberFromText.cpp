@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "engine/formula/CalendarNames.h"
 #include "engine/formula/DateSerial.h"
 #include "engine/formula/NumberText.h"
 #include "platform/Text.h"
@@ -54,11 +55,11 @@ class Reader {
     std::size_t count = 0;
     while (count < rest_.size() && IsLetter(rest_[count])) ++count;
     const std::string_view word = rest_.substr(0, count);
-    for (std::size_t month = 0; month < kMonthNames.size(); ++month) {
-      if (platform::EqualIgnoringCase(word, kMonthNames[month]) ||
-          platform::EqualIgnoringCase(word, kMonthNames[month].substr(0, 3))) {
+    for (int month = 1; month <= 12; ++month) {
+      if (platform::EqualIgnoringCase(word, MonthName(CalendarLanguage::English, month, false)) ||
+          platform::EqualIgnoringCase(word, MonthName(CalendarLanguage::English, month, true))) {
         rest_.remove_prefix(count);
-        return static_cast<int>(month) + 1;
+        return month;
       }
     }
     return std::nullopt;

@@ -418,7 +418,8 @@ class FormulaParser {
     if (Peek() == '(') return ParseCall(word, from, spaces);
     const std::size_t end = at_;
     const std::string upper = platform::UpperCase(word);
-    if (SkipBlanks() > 0 && Peek() == '(' && FindFunction(upper) != nullptr) return ParseCall(word, from, spaces);
+    if (SkipBlanks() > 0 && Peek() == '(' && FindFunction(WithoutFilePrefix(upper)) != nullptr)
+      return ParseCall(word, from, spaces);
     at_ = end;
     if (upper == "TRUE") return builder_.Constant(Value(true), spaces);
     if (upper == "FALSE") return builder_.Constant(Value(false), spaces);
@@ -434,7 +435,8 @@ class FormulaParser {
   NodeId ParseCall(std::string_view word, std::size_t wordAt, int spaces) {
     const Level level(*this);
     const std::size_t open = at_++;
-    std::string name = platform::UpperCase(word);
+    const std::string upper = platform::UpperCase(word);
+    std::string name(WithoutFilePrefix(upper));
     const bool outer = std::exchange(commaUnites_, false);
     std::vector<NodeId> arguments;
     int blanks = SkipBlanks();

@@ -163,6 +163,18 @@ Operand Areas(FunctionCall& call) {
   return static_cast<double>(argument.areas().size());
 }
 
+Operand Transpose(FunctionCall& call) {
+  const Operand& argument = call.Argument(0);
+  if (argument.isValue()) return argument;
+  const ArrayPtr array = call.evaluator.ToArray(argument);
+  if (array == nullptr) return ErrorCode::Value;
+  auto result = std::make_shared<ValueArray>(array->columns, array->rows);
+  for (int row = 0; row < array->rows; ++row) {
+    for (int column = 0; column < array->columns; ++column) result->At(column, row) = array->At(row, column);
+  }
+  return ArrayPtr(std::move(result));
+}
+
 Operand Choose(FunctionCall& call) {
   const std::int64_t which = call.Whole(0);
   if (which < 1 || which >= static_cast<std::int64_t>(call.count())) return ErrorCode::Value;
@@ -188,6 +200,7 @@ constexpr Function kFunctions[] = {
     {"OFFSET", 3, 5, "RVVVV", Offset, true},
     {"ROW", 0, 1, "R", Row},
     {"ROWS", 1, 1, "R", Rows},
+    {"TRANSPOSE", 1, 1, "A", Transpose},
 };
 
 }  // namespace

@@ -8,12 +8,11 @@
 #include "engine/formula/Evaluator.h"
 #include "engine/formula/NumberFormat.h"
 #include "engine/formula/NumberText.h"
+#include "engine/formula/TextLimits.h"
 #include "platform/Text.h"
 
 namespace tolvane::engine {
 namespace {
-
-constexpr std::size_t kLongestText = 32767;  // what a cell can hold
 
 // The byte at which a character stands; the end for one beyond it. Characters are code points and count from 0.
 std::size_t ByteOf(std::string_view text, std::size_t character) {
@@ -163,7 +162,7 @@ Operand Format(FunctionCall& call) {
   if (value.isText()) {
     if (const auto number = NumberFromText(value.text().view())) value = Value(*number);
   }
-  const std::optional<std::string> text = TryFormatValue(value, call.Text(1));
+  const std::optional<std::string> text = TryFormatValue(value, call.Text(1), call.evaluator.book().date1904);
   return text ? TextResult(*text) : Value(ErrorCode::Value);
 }
 

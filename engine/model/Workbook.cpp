@@ -20,6 +20,7 @@ std::unique_ptr<Workbook> Workbook::Clone() const {
   copy->structureProtected = structureProtected;
   copy->date1904 = date1904;
   copy->codeName = codeName;
+  copy->keepsake = keepsake;
   copy->nextSheetId_ = nextSheetId_;
   copy->sheets_.reserve(sheets_.size());
   for (const auto& sheet : sheets_) {

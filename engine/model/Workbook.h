@@ -14,6 +14,12 @@
 
 namespace tolvane::engine {
 
+// What a workbook's file holds beyond the workbook, for whoever reads and writes it.
+class FileKeepsake {
+ public:
+  virtual ~FileKeepsake() = default;
+};
+
 // A workbook in memory: sheets in tab order, names, styles. It knows no file, no window, no user and no protection
 // rule, and it does not calculate: it holds formulas with their last results and tells listeners what changed.
 //
@@ -33,6 +39,7 @@ class Workbook {
   bool structureProtected = false;
   bool date1904 = false;
   std::string codeName = "ThisWorkbook";
+  std::shared_ptr<FileKeepsake> keepsake;  // shared with clones
 
   // --- sheets ------------------------------------------------------------------------------------------------------
   std::size_t sheetCount() const { return sheets_.size(); }

@@ -42,6 +42,9 @@ bool EventHub::Ask(const Question& question) {
 }
 
 void EventHub::Deliver(const Event& event) {
+  constexpr int kDeepest = 100;
+  if (depth_ == kDeepest) return;
+  ++depth_;
   const std::shared_ptr<Listeners> listeners = listeners_;
   std::vector<std::uint64_t> ids;
   for (const Listener& listener : listeners->all) ids.push_back(listener.id);
@@ -56,6 +59,7 @@ void EventHub::Deliver(const Event& event) {
     }
     leave_();
   }
+  --depth_;
 }
 
 void EventHub::FormGone() {

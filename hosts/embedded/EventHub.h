@@ -12,6 +12,7 @@ namespace tolvane::embedded {
 
 // Delivers the program's events to who listens: at once, or when the outermost form is gone. Handlers may listen, stop
 // listening and cause events of their own, which are delivered before those that still wait behind their cause.
+// Handlers that cause themselves without end are cut off: what they cause more than 100 deep is not delivered.
 class EventHub {
  public:
   using Event = std::function<void(host::ApplicationEvents&)>;
@@ -47,6 +48,7 @@ class EventHub {
   std::function<void()> enter_ = [] {};
   std::function<void()> leave_ = [] {};
   int forms_ = 0;
+  int depth_ = 0;
   std::vector<Event> held_;
 };
 

@@ -79,6 +79,18 @@ TEST_F(EventHubTest, EventsWaitForTheOutermostForm) {
   EXPECT_THAT(log, ElementsAre("a", "b"));
 }
 
+TEST_F(EventHubTest, AHandlerThatCausesItselfEnds) {
+  Listener listener(log);
+  const host::Subscription subscription = hub.Advise(listener);
+  listener.then = [&](const std::string& what) { hub.Raise(Telling(what)); };
+  hub.Raise(Telling("change"));
+  EXPECT_EQ(log.size(), 100u);
+  listener.then = [](const std::string&) {};
+  log.clear();
+  hub.Raise(Telling("later"));
+  EXPECT_THAT(log, ElementsAre("later"));
+}
+
 TEST_F(EventHubTest, ASubscriptionMayOutliveTheProgram) {
   Listener listener(log);
   host::Subscription subscription;

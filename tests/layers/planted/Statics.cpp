@@ -12,7 +12,9 @@ constexpr std::string_view allowedTable[2] = {"a", "b"};
 extern const int allowedConstant;
 const int allowedConstant = 3;
 
-const std::string_view* Table() { return allowedTable; }
+const std::string_view* Table() {
+  return allowedTable;
+}
 
 int CountedCalls() {
   static int plantedLocalStatic = 0;
