@@ -1,0 +1,89 @@
+#include "hosts/libreoffice/CalcHost.h"
+
+#include <map>
+#include <utility>
+
+#include "hosts/embedded/EmbeddedCommandBars.h"
+#include "hosts/embedded/EmbeddedRibbon.h"
+#include "hosts/embedded/EmbeddedUser.h"
+#include "hosts/libreoffice/BookListener.h"
+#include "hosts/libreoffice/BuiltInEffects.h"
+#include "hosts/libreoffice/CalcApplication.h"
+#include "hosts/libreoffice/CalcUserActions.h"
+#include "hosts/libreoffice/CalcWorkbook.h"
+#include "hosts/libreoffice/CalcWorksheet.h"
+
+namespace tolvane::libreoffice {
+
+class CalcHost::Impl {
+ public:
+  Impl(const Reference<css::uno::XComponentContext>& context, embedded::Desk& desk, CalcProgram::Options options)
+      : program(std::make_shared<CalcProgram>(context, desk, std::move(options))),
+        commandBars(std::make_shared<embedded::EmbeddedCommandBars>(embedded::EmbeddedCommandBars::Surroundings{
+            program->gate, desk, [this](std::string_view macro) { program->RunCommand(macro); },
+            [this](int id) { DoBuiltInControl(*program, id); },
+            [this] {
+              const auto sheet = program->activeSheet();
+              return sheet != nullptr && sheet->ProtectContents();
+            }})),
+        user(std::make_shared<embedded::EmbeddedUser>(embedded::EmbeddedUser::Surroundings{
+            program->gate, desk, [this] { return program->ClipboardHasText(); },
+            [this] { return program->ClipboardText(); }, [this] { return program->cancelKey.TakeEsc(); },
+            [this] { program->events.FormShown(); }, [this] { program->events.FormGone(); }})),
+        actions(CalcUserActions::Parts{program, commandBars, [this] { return ribbon; }}),
+        application(std::make_shared<CalcApplication>(CalcApplication::Parts{program, commandBars, user, [this] {
+                                                                               while (const auto key =
+                                                                                          program->keys.TakeSent())
+                                                                                 actions.Press(*key);
+                                                                             }})) {
+    program->onAdopted = [this](CalcWorkbook& book) {
+      listeners.emplace(&book, std::make_unique<BookListener>(book.shared_from_this()));
+    };
+    program->onForgotten = [this](CalcWorkbook& book) { listeners.erase(&book); };
+  }
+
+  ~Impl() {
+    if (ribbon != nullptr) ribbon->Close();
+    commandBars->Close();
+    user->Close();
+    program->End();
+  }
+
+  std::shared_ptr<CalcProgram> program;
+  std::shared_ptr<embedded::EmbeddedCommandBars> commandBars;
+  std::shared_ptr<embedded::EmbeddedUser> user;
+  std::shared_ptr<embedded::EmbeddedRibbon> ribbon;
+  CalcUserActions actions;
+  std::shared_ptr<CalcApplication> application;
+  std::map<const CalcWorkbook*, std::unique_ptr<BookListener>> listeners;
+};
+
+CalcHost::CalcHost(const Reference<css::uno::XComponentContext>& context, embedded::Desk& desk,
+                   CalcProgram::Options options)
+    : impl_(std::make_unique<Impl>(context, desk, std::move(options))) {}
+
+CalcHost::~CalcHost() = default;
+
+host::Application CalcHost::application() {
+  return host::Application(impl_->application);
+}
+
+host::UserActions& CalcHost::userActions() {
+  return impl_->actions;
+}
+
+host::Workbook CalcHost::AdoptAddin(std::string name) {
+  return host::Workbook(impl_->program->AdoptAddin(std::move(name)));
+}
+
+void CalcHost::OfferMacro(const host::Workbook& book, std::string_view name, std::function<host::CellValue()> macro) {
+  impl_->program->macros.Offer(BodyOf(book)->Key(), name, std::move(macro));
+}
+
+void CalcHost::LoadRibbon(std::string_view definition, host::RibbonCallbacks& callbacks) {
+  auto loaded = embedded::EmbeddedRibbon::Load(impl_->program->gate, definition, callbacks);
+  if (impl_->ribbon != nullptr) impl_->ribbon->Close();
+  impl_->ribbon = std::move(loaded);
+}
+
+}  // namespace tolvane::libreoffice
