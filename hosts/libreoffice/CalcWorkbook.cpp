@@ -363,10 +363,6 @@ void CalcWorkbook::Activate() {
   program_->ActivateBook(Self());
 }
 
-bool CalcWorkbook::HasStyle(std::string_view name) const {
-  return FindStyle(*this, name).has_value();
-}
-
 void CalcWorkbook::DefineStyle(const host::StyleDefinition& style) {
   {
     const CalcProgram::OwnEdit edit(*program_);

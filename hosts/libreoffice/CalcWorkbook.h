@@ -59,7 +59,6 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   FormulaTokens Read(std::string_view formula, Dialect dialect, CellPos origin);
   FormulaTokens ReadCalc(std::string_view formula, CellPos origin) const;
 
-  bool HasStyle(std::string_view name) const;
   // Ask whoever listens; false when it is cancelled or the book is gone.
   bool MaySave(bool saveAsUI);
   bool MayClose();

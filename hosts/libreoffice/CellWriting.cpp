@@ -13,6 +13,7 @@
 #include "hosts/libreoffice/CellReading.h"
 #include "hosts/libreoffice/FormatRuns.h"
 #include "hosts/libreoffice/Merges.h"
+#include "hosts/libreoffice/WithoutUndo.h"
 #include "platform/Text.h"
 
 namespace tolvane::libreoffice {
@@ -269,6 +270,7 @@ Contents PrepareFormulas(CalcWorkbook& book, const CellBlock& block, const Rect&
 }
 
 void WriteContents(CalcWorksheet& sheet, const Rect& area, const Contents& contents) {
+  const WithoutUndo withoutUndo(sheet.book());
   AtEdge([&] { Writer(sheet, area, contents).Run(); });
 }
 

@@ -16,6 +16,7 @@
 #include "hosts/libreoffice/CalcWorksheet.h"
 #include "hosts/libreoffice/Merges.h"
 #include "hosts/libreoffice/SheetGuard.h"
+#include "hosts/libreoffice/WithoutUndo.h"
 
 namespace tolvane::libreoffice {
 
@@ -50,7 +51,8 @@ Rects AreasOf(bool rows, std::span<const host::RowRun> runs) {
 // Many changes of the shape are one to whoever looks: Calc neither paints nor calculates in between.
 class AllAtOnce {
  public:
-  explicit AllAtOnce(const CalcWorkbook& book) : model_(book.model()), calculatable_(book.model(), UNO_QUERY_THROW) {
+  explicit AllAtOnce(const CalcWorkbook& book)
+      : withoutUndo_(book), model_(book.model()), calculatable_(book.model(), UNO_QUERY_THROW) {
     model_->lockControllers();
     automatic_ = calculatable_->isAutomaticCalculationEnabled();
     calculatable_->enableAutomaticCalculation(false);
@@ -67,6 +69,7 @@ class AllAtOnce {
   AllAtOnce& operator=(const AllAtOnce&) = delete;
 
  private:
+  WithoutUndo withoutUndo_;
   Reference<css::frame::XModel> model_;
   Reference<css::sheet::XCalculatable> calculatable_;
   bool automatic_ = true;

@@ -122,6 +122,8 @@ int Main(int argc, char** argv) {
   const std::string program = std::string("file://") + TOLVANE_OFFICE + "/program/";
   // Windows live in memory: no display is needed, and none of the user's is touched.
   setenv("SAL_USE_VCLPLUGIN", "svp", 1);
+  fs::create_directories(options.profile / "tmp");
+  setenv("TMPDIR", (options.profile / "tmp").c_str(), 1);  // what a dying office leaves behind goes with the next run
   setenv("TOLVANE_CONTRACT_VERDICT", verdict.c_str(), 1);
   setenv("TOLVANE_CONTRACT_ARGUMENTS", options.arguments.c_str(), 1);
   const std::vector<std::string> command = {
