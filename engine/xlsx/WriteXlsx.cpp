@@ -156,7 +156,13 @@ class BookWriter {
 
   std::string Folder() const { return workbookPath_.substr(0, workbookPath_.rfind('/') + 1); }
 
+  // Links of the kind that lead nowhere, as in damaged files, give way.
   std::string AddBookLink(std::string_view kind, const std::string& path) {
+    std::erase_if(workbookLinks_, [&](const Link& old) {
+      const bool isPlanned =
+          std::any_of(plans_.begin(), plans_.end(), [&](const Plan& plan) { return plan.path == old.path; });
+      return old.kind() == kind && !old.external && !isPlanned && data_.archive.Find(old.path) == nullptr;
+    });
     Link link;
     link.id = FreeLinkId(workbookLinks_);
     link.type = std::string(data_.isStrict ? kStrictLinkSpace : kLinkSpace) + "/" + std::string(kind);

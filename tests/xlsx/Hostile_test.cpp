@@ -158,6 +158,15 @@ TEST(Hostile, PartsThatAreNotThere) {
   EXPECT_THAT(ProblemWith(wrong.Bytes()), HasSubstr("does not hold a worksheet"));
 }
 
+TEST(Hostile, ALinkThatLeadsNowhereDoesNotHideTheNewPart) {
+  TestFile file;
+  file.Link("xl/workbook.xml", {"rId2 sharedStrings gone.xml", "rId3 styles gone.xml"});
+  XlsxBook book = ReadXlsx(file.Bytes());
+  book.workbook->sheetAt(0).SetValue({1, 1}, "text");
+  const XlsxBook again = ReadXlsx(WriteXlsx(*book.workbook, book.package, {BookKind::Book, false}));
+  EXPECT_EQ(again.workbook->sheetAt(0).ValueAt({1, 1}), Value("text"));
+}
+
 TEST(Hostile, LinksThatGoInCircles) {
   TestFile file;
   file.Link(std::string(kSheetPath), {"rId1 drawing ../d.xml"})
