@@ -1,5 +1,5 @@
 """Prints the figures of a benchmark run, and for each benchmark that ran at several sizes the slope of its growth:
-1 is linear, 2 quadratic. The slope is that of a straight line fitted to the logarithms of size and time."""
+1 is linear, 2 quadratic. Times are those of the processor: other work on the machine counts less. The slope is that of a straight line fitted to the logarithms of size and time."""
 import json
 import math
 import re
@@ -26,7 +26,7 @@ def main():
         name = run["name"].removesuffix("_median")
         match = re.match(r"([^/]+)(?:/(\d+))?", name)
         size = int(match.group(2)) if match.group(2) else None
-        groups[match.group(1)].append((size, run["real_time"] * factor[run["time_unit"]]))
+        groups[match.group(1)].append((size, run["cpu_time"] * factor[run["time_unit"]]))
     width = max(len(name) for name in groups)
     for name, points in groups.items():
         growth = f"   slope {slope(points):.2f}" if len(points) > 2 else ""

@@ -12,7 +12,7 @@ ExpressionBuilder::NodeId ExpressionBuilder::Add(Node node, int spaces, std::spa
   node.spacesBefore = static_cast<std::uint16_t>(std::clamp<int>(spaces, 0, std::numeric_limits<std::uint16_t>::max()));
   node.firstChild = children.empty() ? 0 : static_cast<std::uint32_t>(expression_.children.size());
   node.childCount = static_cast<std::uint32_t>(children.size());
-  expression_.children.insert(expression_.children.end(), children.begin(), children.end());
+  for (const NodeId child : children) expression_.children.push_back(child);
   expression_.nodes.push_back(node);
   return static_cast<NodeId>(expression_.nodes.size() - 1);
 }

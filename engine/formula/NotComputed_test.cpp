@@ -76,8 +76,7 @@ TEST_F(NotComputed, AFormulaThatCannotBeReadIsNever) {
   const Place place = At("B1");
   auto constant = std::make_shared<Expression>();
   constant->constants.push_back(Value(5));
-  constant->nodes.push_back(Node{});
-  constant->nodes.back().kind = Node::Kind::Constant;
+  constant->nodes.push_back({.kind = Node::Kind::Constant});
   place.sheet.cells().SetFormula(place.rect.topLeft(), {constant, std::nullopt, false, engine::Text("=[Odd]!x")});
   place.sheet.StoreResult(place.rect.topLeft(), Value(5));
   Set("C1", "=B1*2");

@@ -4,6 +4,14 @@
 
 namespace tolvane::engine {
 
+namespace {
+
+// With many runs the search for an index begins at what is known of its stretch of the axis.
+constexpr std::size_t kRunsWorthBuckets = 16;
+constexpr int kBucket = 128;
+
+}  // namespace
+
 AxisShift::AxisShift(Axis axis, Kind kind, std::span<const Run> runs) : limit_(LimitOf(axis)), kind_(kind) {
   starts_.reserve(runs.size());
   totals_.reserve(runs.size());
@@ -13,10 +21,30 @@ AxisShift::AxisShift(Axis axis, Kind kind, std::span<const Run> runs) : limit_(L
     total += run.count;
     totals_.push_back(total);
   }
+  if (starts_.size() < kRunsWorthBuckets) return;
+  const auto buckets = static_cast<std::size_t>(starts_.back() / kBucket + 1);
+  runsUpTo_.reserve(buckets + 1);
+  std::size_t runsSoFar = 0;
+  for (std::size_t bucket = 0; bucket <= buckets; ++bucket) {
+    const int end = static_cast<int>(bucket) * kBucket;
+    while (runsSoFar < starts_.size() && starts_[runsSoFar] < end) ++runsSoFar;
+    runsUpTo_.push_back(runsSoFar);
+  }
 }
 
 std::size_t AxisShift::RunsBefore(int index) const {
-  return static_cast<std::size_t>(std::upper_bound(starts_.begin(), starts_.end(), index) - starts_.begin());
+  std::size_t from = 0;
+  std::size_t to = starts_.size();
+  if (!runsUpTo_.empty()) {
+    const auto bucket = static_cast<std::size_t>(std::max(index, 0) / kBucket);
+    if (bucket + 1 >= runsUpTo_.size()) return to;
+    from = runsUpTo_[bucket];
+    to = runsUpTo_[bucket + 1];
+  }
+  const auto begin = starts_.begin();
+  return static_cast<std::size_t>(
+      std::upper_bound(begin + static_cast<std::ptrdiff_t>(from), begin + static_cast<std::ptrdiff_t>(to), index) -
+      begin);
 }
 
 std::optional<int> AxisShift::Map(int index) const {

@@ -39,8 +39,9 @@ class AxisShift {
 
   int limit_;
   Kind kind_;
-  std::vector<int> starts_;  // in the numbering before: the first one deleted, or the one that is pushed on
-  std::vector<int> totals_;  // rows or columns in the runs up to and with this one
+  std::vector<int> starts_;            // in the numbering before: the first one deleted, or the one that is pushed on
+  std::vector<int> totals_;            // rows or columns in the runs up to and with this one
+  std::vector<std::size_t> runsUpTo_;  // runs that start before each stretch of the axis; empty when there are few
 };
 
 }  // namespace tolvane::engine

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace tolvane::engine {
@@ -74,6 +76,28 @@ TEST(AxisShift, UnmapUndoesMap) {
   }
   EXPECT_EQ(Inserting({{3, 2}}).Unmap(3), 3);
   EXPECT_EQ(Inserting({{3, 2}}).Unmap(4), 3);
+}
+
+// Many runs are searched another way than few; the plain count must come to the same.
+TEST(AxisShift, ManyRunsMapAsTheyWouldOneByOne) {
+  std::vector<engine::Run> runs;
+  int next = 2;
+  for (int i = 0; i < 300; ++i) {
+    const int count = 1 + i % 7;
+    runs.push_back({next, count});
+    next += count + 1 + (i * i) % 90;
+  }
+  const AxisShift deleting = Deleting(runs);
+  const AxisShift inserting = Inserting(runs);
+  int kept = 0;
+  for (int row = 1; row <= next + 500; ++row) {
+    const bool inRun = std::any_of(runs.begin(), runs.end(),
+                                   [&](const engine::Run& run) { return run.first <= row && row <= run.last(); });
+    EXPECT_EQ(deleting.Map(row), inRun ? std::nullopt : std::optional(++kept)) << row;
+    if (inRun) continue;
+    EXPECT_EQ(inserting.Map(kept), row);
+  }
+  EXPECT_EQ(deleting.Map(kMaxRow), kMaxRow - (next + 500 - kept));
 }
 
 }  // namespace

@@ -5,6 +5,43 @@
 
 namespace tolvane::engine {
 
+namespace {
+
+// The bits of `moving`, and what they stand for, go `shift` places up, or down when it is negative. A kind that the
+// chunk has none of is not touched, since its memory may be far.
+void MovePart(CellChunk& from, std::uint64_t moving, CellChunk& to, int shift) {
+  const auto shifted = [&](std::uint64_t mask) { return shift >= 0 ? mask << shift : mask >> -shift; };
+  const auto target = [&](int bit) { return static_cast<std::size_t>(bit + shift); };
+  ForEachBit(from.values & moving, [&](int bit) {
+    Value& value = from.value[static_cast<std::size_t>(bit)];
+    to.value[target(bit)] = std::move(value);
+    value = Value();
+  });
+  ForEachBit(from.formulas & moving,
+             [&](int bit) { to.formula[target(bit)] = std::exchange(from.formula[static_cast<std::size_t>(bit)], 0); });
+  ForEachBit(from.formats & moving,
+             [&](int bit) { to.format[target(bit)] = std::exchange(from.format[static_cast<std::size_t>(bit)], 0); });
+  to.values |= shifted(from.values & moving);
+  to.formulas |= shifted(from.formulas & moving);
+  to.formats |= shifted(from.formats & moving);
+  from.values &= ~moving;
+  from.formulas &= ~moving;
+  from.formats &= ~moving;
+}
+
+// Moves cells of a chunk so that its first row comes to lie at `first`, counted from 0; that may be off the grid while
+// the moving ones are not. chunkFor(number) gives a chunk that is empty there.
+template <class ChunkFor>
+void MoveCells(CellChunk& from, std::uint64_t moving, int first, ChunkFor&& chunkFor) {
+  const int shift = ((first % kChunkRows) + kChunkRows) % kChunkRows;
+  const int chunk = (first - shift) / kChunkRows;
+  const std::uint64_t low = moving & (~std::uint64_t{0} >> shift);
+  if (low != 0) MovePart(from, low, *chunkFor(chunk), shift);
+  if (moving != low) MovePart(from, moving & ~low, *chunkFor(chunk + 1), shift - kChunkRows);
+}
+
+}  // namespace
+
 CellChunk::CellChunk(const CellChunk& other)
     : values(other.values),
       formulas(other.formulas),
@@ -74,7 +111,7 @@ void CellColumn::MoveTo(int row, int count, CellColumn& to, int toRow) {
         to.Adopt(slot.number + delta / kChunkRows, slot.chunk)) {
       tookWhole = true;
     } else {
-      MoveBits(*slot.chunk, moving, slot.number * kChunkRows + 1 + delta, to);
+      MoveCells(*slot.chunk, moving, slot.number * kChunkRows + delta, [&](int chunk) { return &to.Obtain(chunk); });
     }
   }
   if (!tookWhole) return;
@@ -90,28 +127,35 @@ bool CellColumn::Adopt(int chunk, std::unique_ptr<CellChunk>& cells) {
   return true;
 }
 
-// `firstRow`: where the chunk's first row comes to lie; it may be off the grid while the moving ones are not.
-void CellColumn::MoveBits(CellChunk& from, std::uint64_t moving, int firstRow, CellColumn& to) {
-  int reached = -1;
-  CellChunk* target = nullptr;
-  ForEachBit(moving, [&](int bit) {
-    const int newRow = firstRow + bit;
-    if (ChunkOf(newRow) != reached) {
-      reached = ChunkOf(newRow);
-      target = &to.Obtain(reached);
+void ColumnMover::Move(int row, int count, int toRow) {
+  if (count <= 0) return;
+  const int delta = toRow - row;
+  ForEachSlot(row, row + count - 1, [&](CellColumn::Slot& slot, std::uint64_t mask) {
+    const std::uint64_t cells = slot.chunk->cells();
+    const std::uint64_t moving = cells & mask;
+    const int whole = slot.number + delta / kChunkRows;
+    if (moving == cells && delta % kChunkRows == 0 && (built_.empty() || built_.slots_.back().number < whole)) {
+      built_.slots_.push_back({whole, std::move(slot.chunk)});
+    } else if (moving != 0) {
+      MoveCells(*slot.chunk, moving, slot.number * kChunkRows + delta, [&](int chunk) { return &Target(chunk); });
+      if (moving == cells) spare_.push_back(std::move(slot.chunk));
     }
-    const auto at = static_cast<std::size_t>(bit);
-    const int newBit = BitOf(newRow);
-    target->SetValue(newBit, std::move(from.value[at]));
-    target->SetFormula(newBit, from.formula[at]);
-    target->SetFormat(newBit, from.format[at]);
-    from.value[at] = Value();
-    from.formula[at] = 0;
-    from.format[at] = 0;
   });
-  from.values &= ~moving;
-  from.formulas &= ~moving;
-  from.formats &= ~moving;
+}
+
+CellChunk& ColumnMover::Target(int chunk) {
+  auto& slots = built_.slots_;
+  if (slots.empty() || slots.back().number != chunk) {
+    if (spare_.empty()) spare_.push_back(std::make_unique<CellChunk>());
+    slots.push_back({chunk, std::move(spare_.back())});
+    spare_.pop_back();
+  }
+  return *slots.back().chunk;
+}
+
+CellColumn ColumnMover::Finish() {
+  std::erase_if(from_.slots_, [](const CellColumn::Slot& slot) { return slot.chunk == nullptr; });
+  return std::move(built_);
 }
 
 }  // namespace tolvane::engine

@@ -113,11 +113,52 @@ class CellColumn {
   }
   std::size_t Search(int chunk) const;
 
+  friend class ColumnMover;
   // Takes over a chunk as it is; false when there is one already.
   bool Adopt(int chunk, std::unique_ptr<CellChunk>& cells);
-  static void MoveBits(CellChunk& from, std::uint64_t moving, int firstRow, CellColumn& to);
 
   std::vector<Slot> slots_;
+};
+
+// Builds a column out of another's cells, downward. Chunks that are emptied on the way are used again, so that the work
+// stays in the cache however long the column is.
+class ColumnMover {
+ public:
+  explicit ColumnMover(CellColumn& from) : from_(from) {}
+
+  // Moves the cells of `count` rows from `row` on. In both columns the rows must lie behind those of the call before.
+  void Move(int row, int count, int toRow);
+  // Goes over rows whose cells are not wanted: clear(chunk, mask) must empty the rows of the mask.
+  template <class Clear>
+  void Drop(int row, int count, Clear&& clear) {
+    ForEachSlot(row, row + count - 1, [&](CellColumn::Slot& slot, std::uint64_t mask) {
+      clear(*slot.chunk, mask);
+      if (slot.chunk->cells() == 0) spare_.push_back(std::move(slot.chunk));
+    });
+  }
+  // Ends the work. The other column keeps what was neither moved nor dropped.
+  CellColumn Finish();
+
+ private:
+  // visit(slot, bits of the rows asked for) for the slots that still have a chunk. It may take the chunk.
+  template <class Visit>
+  void ForEachSlot(int firstRow, int lastRow, Visit&& visit) {
+    const int firstChunk = CellColumn::ChunkOf(firstRow);
+    const int lastChunk = CellColumn::ChunkOf(lastRow);
+    auto& slots = from_.slots_;
+    while (at_ < slots.size() && slots[at_].number < firstChunk) ++at_;
+    for (; at_ < slots.size() && slots[at_].number <= lastChunk; ++at_) {
+      CellColumn::Slot& slot = slots[at_];
+      if (slot.chunk != nullptr) visit(slot, CellColumn::MaskOf(slot.number, firstRow, lastRow));
+      if (slot.number == lastChunk) return;  // the next rows may begin in it
+    }
+  }
+  CellChunk& Target(int chunk);
+
+  CellColumn& from_;
+  CellColumn built_;
+  std::size_t at_ = 0;  // the first slot that has not been passed
+  std::vector<std::unique_ptr<CellChunk>> spare_;
 };
 
 }  // namespace tolvane::engine

@@ -224,15 +224,18 @@ void CellStore::WriteValues(const Rect& area, std::span<const Value> values) {
   }
 }
 
+void CellStore::ClearCells(CellChunk& chunk, std::uint64_t mask, bool formatsToo) {
+  ReleaseFormulas(chunk, mask);
+  ForEachBit(chunk.values & mask, [&](int bit) { chunk.value[Index(bit)] = Value(); });
+  chunk.values &= ~mask;
+  if (!formatsToo) return;
+  ForEachBit(chunk.formats & mask, [&](int bit) { chunk.format[Index(bit)] = 0; });
+  chunk.formats &= ~mask;
+}
+
 void CellStore::ClearRows(CellColumn& column, int firstRow, int lastRow, bool formatsToo) {
-  column.ForEachChunk(firstRow, lastRow, [&](int, CellChunk& chunk, std::uint64_t mask) {
-    ReleaseFormulas(chunk, mask);
-    ForEachBit(chunk.values & mask, [&](int bit) { chunk.value[Index(bit)] = Value(); });
-    chunk.values &= ~mask;
-    if (!formatsToo) return;
-    ForEachBit(chunk.formats & mask, [&](int bit) { chunk.format[Index(bit)] = 0; });
-    chunk.formats &= ~mask;
-  });
+  column.ForEachChunk(firstRow, lastRow,
+                      [&](int, CellChunk& chunk, std::uint64_t mask) { ClearCells(chunk, mask, formatsToo); });
   column.DropEmpty(CellColumn::ChunkOf(firstRow), CellColumn::ChunkOf(lastRow));
 }
 

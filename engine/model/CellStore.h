@@ -105,6 +105,8 @@ class CellStore {
   void ReleaseFormula(FormulaNumber number);
   void ReleaseFormulas(CellChunk& chunk, std::uint64_t mask);
   void ReleaseColumn(int column);
+  void ReplaceColumn(int column, CellColumn cells);  // what it held is gone
+  void ClearCells(CellChunk& chunk, std::uint64_t mask, bool formatsToo);
   void ClearRows(CellColumn& column, int firstRow, int lastRow, bool formatsToo);
   void DeleteRows(int column, std::span<const Run> runs);
   void InsertRows(int column, std::span<const Run> runs);

@@ -6,24 +6,23 @@
 
 namespace tolvane::engine {
 
-// The rows that survive move into a new column, stretch by stretch; what is left in the old one is deleted.
 void CellStore::DeleteRows(int column, std::span<const Run> runs) {
   CellColumn* old = ColumnAt(column);
   if (old == nullptr || old->empty()) return;
   const int lastUsed = (old->slots().back().number + 1) * kChunkRows;
   if (runs.front().first > lastUsed) return;
-  auto rebuilt = std::make_unique<CellColumn>();
+  ColumnMover mover(*old);
   int next = 1;  // the first row not looked at yet
   int gone = 0;
   for (const Run& run : runs) {
-    if (next > lastUsed) break;
-    old->MoveTo(next, std::min(run.first - 1, lastUsed) - next + 1, *rebuilt, next - gone);
+    if (run.first > lastUsed) break;
+    mover.Move(next, run.first - next, next - gone);
+    mover.Drop(run.first, run.count, [&](CellChunk& chunk, std::uint64_t mask) { ClearCells(chunk, mask, true); });
     next = run.last() + 1;
     gone += run.count;
   }
-  old->MoveTo(next, lastUsed - next + 1, *rebuilt, next - gone);
-  ReleaseColumn(column);
-  columns_[static_cast<std::size_t>(column - 1)] = std::move(rebuilt);
+  mover.Move(next, lastUsed - next + 1, next - gone);
+  ReplaceColumn(column, mover.Finish());
 }
 
 void CellStore::InsertRows(int column, std::span<const Run> runs) {
@@ -31,12 +30,12 @@ void CellStore::InsertRows(int column, std::span<const Run> runs) {
   if (old == nullptr || old->empty()) return;
   const int lastUsed = std::min((old->slots().back().number + 1) * kChunkRows, kMaxRow);
   if (runs.front().first > lastUsed) return;
-  auto rebuilt = std::make_unique<CellColumn>();
+  ColumnMover mover(*old);
   int next = 1;
   int inserted = 0;
   const auto moveUntil = [&](int end) {  // in the old numbering
     const int last = std::min({end, lastUsed, kMaxRow - inserted});
-    old->MoveTo(next, last - next + 1, *rebuilt, next + inserted);
+    mover.Move(next, last - next + 1, next + inserted);
     next = std::max(next, last + 1);
   };
   for (const Run& run : runs) {
@@ -44,8 +43,12 @@ void CellStore::InsertRows(int column, std::span<const Run> runs) {
     inserted += run.count;
   }
   moveUntil(lastUsed);
+  ReplaceColumn(column, mover.Finish());
+}
+
+void CellStore::ReplaceColumn(int column, CellColumn cells) {
   ReleaseColumn(column);
-  columns_[static_cast<std::size_t>(column - 1)] = std::move(rebuilt);
+  *ColumnAt(column) = std::move(cells);
 }
 
 void CellStore::DeleteRuns(Axis axis, std::span<const Run> runs) {

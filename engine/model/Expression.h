@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/model/Reference.h"
+#include "engine/model/SharedList.h"
 #include "engine/model/Value.h"
 
 namespace tolvane::engine {
@@ -83,14 +84,16 @@ struct ArrayConstant {
 // A parsed formula. Immutable once built and shared by all cells that hold the same formula relative to their own
 // place.
 struct Expression {
-  std::vector<Node> nodes;
-  std::vector<std::uint32_t> children;  // node indices
+  // All but the references is shared by formulas that differ in nothing else, as those are that a change of structure
+  // makes by the thousand.
+  SharedList<Node> nodes;
+  SharedList<std::uint32_t> children;  // node indices
   std::uint32_t root = 0;
-  std::vector<Value> constants;
+  SharedList<Value> constants;
   std::vector<Reference> references;
-  std::vector<ExternalReference> externals;
-  std::vector<NameUse> names;
-  std::vector<ArrayConstant> arrays;
+  SharedList<ExternalReference> externals;
+  SharedList<NameUse> names;
+  SharedList<ArrayConstant> arrays;
   // Set by the parser: holds a function whose result may change without its precedents (TODAY, RAND, OFFSET, ...).
   bool isVolatile = false;
 

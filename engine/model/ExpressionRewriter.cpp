@@ -1,5 +1,6 @@
 #include "engine/model/ExpressionRewriter.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -28,20 +29,52 @@ std::size_t HashOf(const Reference& reference) {
   return hash;
 }
 
+bool DifferInReferencesOnly(const Expression& a, const Expression& b) {
+  return a.nodes == b.nodes && a.children == b.children && a.root == b.root && a.constants == b.constants &&
+         a.externals == b.externals && a.names == b.names && a.arrays == b.arrays && a.isVolatile == b.isVolatile;
+}
+
 }  // namespace
 
-ExpressionPtr ReferenceRewriter::WithMapped(const ExpressionPtr& expression) {
-  std::size_t hash = reinterpret_cast<std::uintptr_t>(expression.get());
+ExpressionPtr ReferenceRewriter::WithMapped(const Expression& expression) {
+  const auto isWanted = [&](const Expression& known) {
+    return known.references == mapped_ && DifferInReferencesOnly(known, expression);
+  };
+  if (last_ != nullptr && isWanted(*last_)) return last_;
+  // Expressions that came of one share its nodes.
+  auto hash = reinterpret_cast<std::uintptr_t>(expression.nodes.begin());
   for (const Reference& reference : mapped_) hash = Mix(hash, HashOf(reference));
   hash ^= hash >> 32;
-  const auto [first, last] = rewritten_.equal_range(hash);
-  for (auto it = first; it != last; ++it) {
-    if (it->second.from == expression && it->second.to->references == mapped_) return it->second.to;
+  if (rewritten_.size() < 2 * (count_ + 1)) Grow();
+  Slot& slot = SlotFor(hash, isWanted);
+  if (slot.expression == nullptr) {
+    auto copy = std::make_shared<Expression>(expression);
+    copy->references = mapped_;
+    slot = {hash, std::move(copy)};
+    ++count_;
   }
-  auto copy = std::make_shared<Expression>(*expression);
-  copy->references = mapped_;
-  rewritten_.emplace(hash, Rewritten{expression, copy});
-  return copy;
+  last_ = slot.expression;
+  return last_;
+}
+
+// The slot of the expression that `isWanted` accepts, or the empty one where it would stand.
+template <class IsWanted>
+ReferenceRewriter::Slot& ReferenceRewriter::SlotFor(std::size_t hash, IsWanted&& isWanted) {
+  std::size_t at = hash % rewritten_.size();
+  while (rewritten_[at].expression != nullptr &&
+         !(rewritten_[at].hash == hash && isWanted(*rewritten_[at].expression))) {
+    at = (at + 1) % rewritten_.size();
+  }
+  return rewritten_[at];
+}
+
+void ReferenceRewriter::Grow() {
+  std::vector<Slot> old(std::max<std::size_t>(64, rewritten_.size() * 2));
+  old.swap(rewritten_);
+  for (Slot& slot : old) {
+    if (slot.expression == nullptr) continue;
+    SlotFor(slot.hash, [](const Expression&) { return false; }) = std::move(slot);
+  }
 }
 
 ExpressionPtr ExpressionRewriter::Rewrite(const ExpressionPtr& expression) {
@@ -78,9 +111,10 @@ void KeepUsed(std::vector<Node>& nodes, std::vector<Element>& table, Uses&& uses
 
 void DropUnused(Expression& expression) {
   using Kind = Node::Kind;
-  KeepUsed(expression.nodes, expression.references, [](Kind kind) { return kind == Kind::Reference; });
-  KeepUsed(expression.nodes, expression.externals, [](Kind kind) { return kind == Kind::ExternalRef; });
-  KeepUsed(expression.nodes, expression.names, [](Kind kind) { return kind == Kind::Name || kind == Kind::Function; });
+  std::vector<Node>& nodes = expression.nodes.Own();
+  KeepUsed(nodes, expression.references, [](Kind kind) { return kind == Kind::Reference; });
+  KeepUsed(nodes, expression.externals.Own(), [](Kind kind) { return kind == Kind::ExternalRef; });
+  KeepUsed(nodes, expression.names.Own(), [](Kind kind) { return kind == Kind::Name || kind == Kind::Function; });
 }
 
 }  // namespace tolvane::engine

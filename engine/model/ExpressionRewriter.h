@@ -9,8 +9,8 @@
 
 namespace tolvane::engine {
 
-// Makes expressions with other references out of shared ones, so that the results are shared the same way: cells that
-// held one expression and come to the same references hold one again. An expression whose references stay is given
+// Makes expressions with other references out of shared ones, so that the results are shared as far as they can be:
+// cells whose formulas come to the same references hold one expression. An expression whose references stay is given
 // back.
 class ReferenceRewriter {
  public:
@@ -24,18 +24,24 @@ class ReferenceRewriter {
       mapped_.push_back(map(reference));
       changed = changed || !(mapped_.back() == reference);
     }
-    return changed ? WithMapped(expression) : expression;
+    return changed ? WithMapped(*expression) : expression;
   }
 
  private:
-  struct Rewritten {
-    ExpressionPtr from;  // held, so that its address is not given to another one
-    ExpressionPtr to;
+  struct Slot {
+    std::size_t hash = 0;
+    ExpressionPtr expression;  // null: free
   };
-  ExpressionPtr WithMapped(const ExpressionPtr& expression);
+  ExpressionPtr WithMapped(const Expression& expression);
+  template <class IsWanted>
+  Slot& SlotFor(std::size_t hash, IsWanted&& isWanted);
+  void Grow();
 
   std::vector<Reference> mapped_;
-  std::unordered_multimap<std::size_t, Rewritten> rewritten_;
+  // A hash table with open slots: a change of structure fills it with as many expressions as there are runs of rows.
+  std::vector<Slot> rewritten_;
+  std::size_t count_ = 0;
+  ExpressionPtr last_;  // neighbours are mostly alike
 };
 
 // The same for changes that do not depend on where the formula stands, of any part of it.

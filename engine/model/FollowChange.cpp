@@ -228,7 +228,7 @@ void QualifyNames(Sheet& from, const BlockMove& change) {
     bool changed = false;
     for (const Node& node : expression.nodes) {
       if (node.kind != Node::Kind::Name) continue;
-      NameUse& use = expression.names[node.index];
+      NameUse& use = expression.names.Own()[node.index];
       if (use.sheet != kOwnSheet || from.names.Find(use.name) == nullptr) continue;
       use.sheet = from.id();
       changed = true;

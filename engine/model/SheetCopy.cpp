@@ -47,7 +47,7 @@ bool PointAtCopy(Expression& expression, SheetId original, SheetId copy) {
     reference.lastSheet = kOwnSheet;
     changed = true;
   }
-  for (NameUse& name : expression.names) {
+  for (NameUse& name : expression.names.Own()) {
     if (name.sheet != original) continue;
     name.sheet = copy;
     changed = true;
@@ -64,9 +64,9 @@ class Detacher {
   bool operator()(Expression& expression) const {
     // Numbers of sheets here and there must not be confused: everything is decided by what stood there.
     const std::vector<Reference> references = expression.references;
-    const std::vector<NameUse> names = expression.names;
+    const SharedList<NameUse> names = expression.names;
     bool changed = PointAtCopy(expression, original_, copy_);
-    for (Node& node : expression.nodes) {
+    for (Node& node : expression.nodes.Own()) {
       if (node.kind == Node::Kind::Reference) {
         changed = DetachReference(references[node.index], expression, node) || changed;
       } else if (node.kind == Node::Kind::Name) {

@@ -59,7 +59,7 @@ void FollowSheetDeletion(Workbook& book, SheetId deleted, const SheetOrder& befo
         changed = true;
       }
     }
-    for (Node& node : expression.nodes) {
+    for (Node& node : expression.nodes.Own()) {
       if (node.kind != Node::Kind::Name || expression.names[node.index].sheet != deleted) continue;
       // A name of the deleted sheet: nothing is left that it could mean.
       Reference broken;

@@ -22,7 +22,7 @@ ExpressionPtr WithFunctionNames(const Expression& formula, Change&& change) {
     std::string name = change(formula.names[node.index].name);
     if (name.empty()) continue;
     if (copy == nullptr) copy = std::make_shared<Expression>(formula);
-    copy->names[node.index].name = std::move(name);
+    copy->names.Own()[node.index].name = std::move(name);
   }
   return copy;
 }
@@ -83,8 +83,7 @@ std::string ShiftFileFormula(std::string_view text, CellPos from, CellPos to) {
 ExpressionPtr ConstantFormula(Value value) {
   auto formula = std::make_shared<Expression>();
   formula->constants.push_back(std::move(value));
-  formula->nodes.push_back(Node{});
-  formula->nodes.back().kind = Node::Kind::Constant;
+  formula->nodes.push_back({.kind = Node::Kind::Constant});
   return formula;
 }
 

@@ -56,7 +56,7 @@ class Importer {
 
   bool Detach(engine::Expression& expression, const std::string& fromBook) const {
     bool changed = false;
-    for (engine::Node& node : expression.nodes) {
+    for (engine::Node& node : expression.nodes.Own()) {
       engine::ExternalReference external;
       external.book = fromBook;
       if (node.kind == engine::Node::Kind::Reference) {
