@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "hosts/embedded/EmbeddedKeys.h"
 #include "hosts/embedded/Program.h"
+#include "hosts/shell/Keys.h"
 
 namespace tolvane::embedded {
 
@@ -11,6 +11,6 @@ namespace tolvane::embedded {
 // what is not modelled, do nothing. Refusals as by the members that they correspond to.
 void DoBuiltInControl(Program& program, int controlId);
 void DoBuiltInCommand(Program& program, std::string_view ribbonId);
-void DoBuiltInKey(Program& program, const KeyStroke& key);
+void DoBuiltInKey(Program& program, const shell::KeyStroke& key);
 
 }  // namespace tolvane::embedded

@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "hosts/embedded/EmbeddedCommandBars.h"
-#include "hosts/embedded/EmbeddedKeys.h"
 #include "hosts/embedded/EmbeddedRange.h"
 #include "hosts/embedded/EmbeddedWindow.h"
 #include "hosts/embedded/EmbeddedWorkbook.h"
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Refusal.h"
+#include "hosts/shell/CommandBars.h"
+#include "hosts/shell/Keys.h"
 
 namespace tolvane::embedded {
 

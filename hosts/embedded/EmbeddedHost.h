@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "engine/model/Workbook.h"
-#include "hosts/embedded/Desk.h"
+#include "hosts/shell/Desk.h"
 #include "src/host/Application.h"
 #include "src/host/Ribbon.h"
 #include "src/host/UserActions.h"
@@ -33,8 +33,8 @@ class EmbeddedHost {
     std::string version = "16.0";
     std::string caption = "Tolvane";
   };
-  EmbeddedHost(Desk& desk, BookFiles& files, Options options);
-  EmbeddedHost(Desk& desk, BookFiles& files) : EmbeddedHost(desk, files, Options{}) {}
+  EmbeddedHost(shell::Desk& desk, BookFiles& files, Options options);
+  EmbeddedHost(shell::Desk& desk, BookFiles& files) : EmbeddedHost(desk, files, Options{}) {}
   ~EmbeddedHost();
   EmbeddedHost(const EmbeddedHost&) = delete;
   EmbeddedHost& operator=(const EmbeddedHost&) = delete;

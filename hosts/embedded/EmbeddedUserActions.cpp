@@ -5,12 +5,12 @@
 #include <utility>
 
 #include "hosts/embedded/BuiltInEffects.h"
-#include "hosts/embedded/EmbeddedCommandBars.h"
 #include "hosts/embedded/EmbeddedRange.h"
-#include "hosts/embedded/EmbeddedRibbon.h"
 #include "hosts/embedded/Entering.h"
 #include "hosts/embedded/FormatRuns.h"
 #include "hosts/embedded/Refusal.h"
+#include "hosts/shell/CommandBars.h"
+#include "hosts/shell/Ribbon.h"
 #include "src/host/CommandBars.h"
 
 namespace tolvane::embedded {
@@ -108,10 +108,10 @@ void EmbeddedUserActions::PressDelete(const host::Range& range) {
 // --------------------------------------------------------------------------------------------------
 
 void EmbeddedUserActions::PressKey(std::string_view key) {
-  Press(ParseKey(key));
+  Press(shell::ParseKey(key));
 }
 
-void EmbeddedUserActions::Press(const KeyStroke& key) {
+void EmbeddedUserActions::Press(const shell::KeyStroke& key) {
   if (const auto macro = parts_.keys->MacroOf(key)) {
     program_.RunCommand(*macro);
   } else {

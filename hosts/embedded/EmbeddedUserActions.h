@@ -5,25 +5,27 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/embedded/EmbeddedKeys.h"
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Program.h"
+#include "hosts/shell/Keys.h"
 #include "src/host/UserActions.h"
 
-namespace tolvane::embedded {
+namespace tolvane::shell {
+class CommandBars;
+class Ribbon;
+}  // namespace tolvane::shell
 
-class EmbeddedCommandBars;
-class EmbeddedRibbon;
+namespace tolvane::embedded {
 
 // The user of the embedded host: goes through the same doors as the program does, but may do less.
 class EmbeddedUserActions final : public host::UserActions {
  public:
   struct Parts {
     std::shared_ptr<Program> program;
-    std::shared_ptr<EmbeddedCommandBars> commandBars;
-    std::shared_ptr<EmbeddedKeys> keys;
+    std::shared_ptr<shell::CommandBars> commandBars;
+    std::shared_ptr<shell::Keys> keys;
     // Null while no ribbon is loaded.
-    std::function<std::shared_ptr<EmbeddedRibbon>()> ribbon;
+    std::function<std::shared_ptr<shell::Ribbon>()> ribbon;
   };
   explicit EmbeddedUserActions(Parts parts) : program_(*parts.program), parts_(std::move(parts)) {}
 
@@ -48,7 +50,7 @@ class EmbeddedUserActions final : public host::UserActions {
   void PutTextOnClipboard(std::string_view text) override;
   void PressCancelKey(int callsFromNow) override;
 
-  void Press(const KeyStroke& key);
+  void Press(const shell::KeyStroke& key);
 
  private:
   bool SaveWithDialog(EmbeddedWorkbook& book);

@@ -8,8 +8,8 @@
 #include "hosts/embedded/EmbeddedNames.h"
 #include "hosts/embedded/EmbeddedRange.h"
 #include "hosts/embedded/EmbeddedWindow.h"
-#include "hosts/embedded/Palette.h"
 #include "hosts/embedded/Refusal.h"
+#include "hosts/shell/Palette.h"
 
 namespace tolvane::embedded {
 
@@ -129,11 +129,11 @@ void EmbeddedWorksheet::SetVisible(host::SheetVisibility visibility) {
 }
 
 host::ColorIndex EmbeddedWorksheet::TabColorIndex() const {
-  return sheet_->tabColour ? NearestIndex(*sheet_->tabColour) : host::kColorIndexNone;
+  return sheet_->tabColour ? shell::NearestIndex(*sheet_->tabColour) : host::kColorIndexNone;
 }
 
 void EmbeddedWorksheet::SetTabColorIndex(host::ColorIndex index) {
-  const engine::Colour colour = ColourOf(index);
+  const engine::Colour colour = shell::ColourOf(index);
   book_->RequireUnprotectedStructure("coloured");
   sheet_->tabColour = colour;
   program_->BookEdited(*book_);

@@ -33,7 +33,7 @@ FileName SplitFileName(std::string_view path) {
 
 }  // namespace
 
-Program::Program(Desk& theDesk, BookFiles& theFiles, EmbeddedHost::Options theOptions)
+Program::Program(shell::Desk& theDesk, BookFiles& theFiles, EmbeddedHost::Options theOptions)
     : desk(theDesk), files(theFiles), options(std::move(theOptions)) {
   gate->AddHook(cancelKey);
   events.Watch([this] { EnterAddin(); }, [this] { LeaveAddin(); });
@@ -81,7 +81,7 @@ std::shared_ptr<EmbeddedWorkbook> Program::Open(Opening opening) {
   book->MakeSheets();
   books_.push_back(book);
   const bool tells = settings.enableEvents;
-  std::vector<EventHub::Event> calculated;
+  std::vector<shell::EventHub::Event> calculated;
   if (settings.calculation == host::Calculation::Automatic) calculated = RecalculateAll();
   const bool toFront = !opening.isAddin;
   if (toFront) active_ = book;  // whoever hears of the opening finds it there
@@ -89,7 +89,7 @@ std::shared_ptr<EmbeddedWorkbook> Program::Open(Opening opening) {
     events.Raise([book](host::ApplicationEvents& listener) { listener.WorkbookOpen(host::Workbook(book)); });
   }
   if (toFront && active_ == book) TellActivated(book);
-  for (const EventHub::Event& event : calculated) events.Raise(event);
+  for (const shell::EventHub::Event& event : calculated) events.Raise(event);
   return book;
 }
 
@@ -183,7 +183,7 @@ void Program::MarkEdited(EmbeddedWorkbook& book) {
 
 void Program::CellsEdited(EmbeddedWorksheet& sheet, const std::vector<engine::Rect>& areas) {
   MarkEdited(sheet.book());
-  std::vector<EventHub::Event> calculated;
+  std::vector<shell::EventHub::Event> calculated;
   if (settings.calculation == host::Calculation::Automatic) calculated = RecalculateAll();
   if (settings.enableEvents) {
     const host::Range target = sheet.RangeOver(areas);
@@ -191,7 +191,7 @@ void Program::CellsEdited(EmbeddedWorksheet& sheet, const std::vector<engine::Re
       if (target.IsAlive()) listener.SheetChange(host::Worksheet(self), target);
     });
   }
-  for (const EventHub::Event& event : calculated) events.Raise(event);
+  for (const shell::EventHub::Event& event : calculated) events.Raise(event);
 }
 
 void Program::FormulasEntered(EmbeddedWorksheet& sheet, const std::vector<engine::Rect>& areas) {
@@ -207,12 +207,12 @@ void Program::BookEdited(EmbeddedWorkbook& book) {
 }
 
 void Program::Recalculate() {
-  for (const EventHub::Event& event : RecalculateAll()) events.Raise(event);
+  for (const shell::EventHub::Event& event : RecalculateAll()) events.Raise(event);
 }
 
 // The events are those that are to be raised, none while events are off.
-std::vector<EventHub::Event> Program::RecalculateAll() {
-  std::vector<EventHub::Event> told;
+std::vector<shell::EventHub::Event> Program::RecalculateAll() {
+  std::vector<shell::EventHub::Event> told;
   for (const auto& book : books_) {
     for (const engine::SheetId id : book->calculator().Recalculate()) {
       if (!settings.enableEvents) continue;
@@ -224,7 +224,7 @@ std::vector<EventHub::Event> Program::RecalculateAll() {
   return told;
 }
 
-void Program::Raise(const EventHub::Event& event) {
+void Program::Raise(const shell::EventHub::Event& event) {
   if (settings.enableEvents) events.Raise(event);
 }
 
@@ -248,7 +248,7 @@ void Program::KeysWereSent() {
 }
 
 host::CellValue Program::RunMacro(std::string_view text) {
-  const MacroCall call = MacroCall::Parse(text);
+  const shell::MacroCall call = shell::MacroCall::Parse(text);
   std::vector<std::shared_ptr<EmbeddedWorkbook>> candidates;
   if (call.book) {
     if (const auto book = FindBook(*call.book)) candidates.push_back(book);
@@ -258,8 +258,8 @@ host::CellValue Program::RunMacro(std::string_view text) {
     candidates.insert(candidates.end(), books_.begin(), books_.end());
   }
   for (const auto& book : candidates) {
-    if (const Macros::Macro* offered = macros.Find(book->Key(), call.macro)) {
-      const Macros::Macro macro = *offered;  // it may close its own book
+    if (const shell::Macros::Macro* offered = macros.Find(book->Key(), call.macro)) {
+      const shell::Macros::Macro macro = *offered;  // it may close its own book
       const AddinCall inAddin(*this);
       return macro();
     }

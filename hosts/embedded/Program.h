@@ -9,12 +9,12 @@
 #include <vector>
 
 #include "engine/model/Geometry.h"
-#include "hosts/embedded/CancelKey.h"
 #include "hosts/embedded/Clipboard.h"
-#include "hosts/embedded/Desk.h"
 #include "hosts/embedded/EmbeddedHost.h"
-#include "hosts/embedded/EventHub.h"
-#include "hosts/embedded/Macros.h"
+#include "hosts/shell/CancelKey.h"
+#include "hosts/shell/Desk.h"
+#include "hosts/shell/EventHub.h"
+#include "hosts/shell/Macros.h"
 #include "src/host/CellValue.h"
 #include "src/host/Constants.h"
 #include "src/host/Gate.h"
@@ -28,13 +28,13 @@ class EmbeddedWorksheet;
 // hold it, so that a handle may outlive the host; End breaks the circles.
 class Program : public std::enable_shared_from_this<Program> {
  public:
-  Program(Desk& desk, BookFiles& files, EmbeddedHost::Options options);
+  Program(shell::Desk& desk, BookFiles& files, EmbeddedHost::Options options);
   // Closes everything; all bodies are dead from then on.
   void End();
   bool hasEnded() const { return ended_; }
 
   const std::shared_ptr<host::Gate> gate = std::make_shared<host::Gate>();
-  Desk& desk;
+  shell::Desk& desk;
   BookFiles& files;
   const EmbeddedHost::Options options;
 
@@ -50,10 +50,10 @@ class Program : public std::enable_shared_from_this<Program> {
   };
   Settings settings;
 
-  EventHub events;
+  shell::EventHub events;
   Clipboard clipboard;
-  Macros macros;
-  CancelKeyWatch cancelKey;
+  shell::Macros macros;
+  shell::CancelKeyWatch cancelKey;
 
   struct Command {
     std::string caption;
@@ -136,13 +136,13 @@ class Program : public std::enable_shared_from_this<Program> {
   };
 
   // Raises an event unless events are off now.
-  void Raise(const EventHub::Event& event);
+  void Raise(const shell::EventHub::Event& event);
 
  private:
   void MarkEdited(EmbeddedWorkbook& book);
   void ActivateLast();
   void TellActivated(const std::shared_ptr<EmbeddedWorkbook>& book);
-  std::vector<EventHub::Event> RecalculateAll();
+  std::vector<shell::EventHub::Event> RecalculateAll();
   std::string FreeName(const std::string& stem);
 
   std::vector<std::shared_ptr<EmbeddedWorkbook>> books_;

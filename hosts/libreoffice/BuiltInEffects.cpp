@@ -2,13 +2,13 @@
 
 #include <utility>
 
-#include "hosts/embedded/BuiltInControls.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
+#include "hosts/shell/BuiltInControls.h"
 
 namespace tolvane::libreoffice {
 
-namespace builtin = embedded::builtin;
+namespace builtin = shell::builtin;
 
 namespace {
 
@@ -83,7 +83,7 @@ void DoBuiltInCommand(CalcProgram& program, std::string_view ribbonId) {
   }
 }
 
-void DoBuiltInKey(CalcProgram& program, const embedded::KeyStroke& key) {
+void DoBuiltInKey(CalcProgram& program, const shell::KeyStroke& key) {
   const auto sheet = program.activeSheet();
   const bool plain = !key.alt && !key.shift;
   if (key.name == "ESCAPE") return program.EndCutCopyMode();

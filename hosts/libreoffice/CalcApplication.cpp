@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "hosts/embedded/EmbeddedCommandBars.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/CalcWindow.h"
 #include "hosts/libreoffice/CalcWorkbook.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
+#include "hosts/shell/CommandBars.h"
 
 namespace tolvane::libreoffice {
 

@@ -3,30 +3,30 @@
 #include <map>
 #include <utility>
 
-#include "hosts/embedded/EmbeddedCommandBars.h"
-#include "hosts/embedded/EmbeddedRibbon.h"
-#include "hosts/embedded/EmbeddedUser.h"
 #include "hosts/libreoffice/BookListener.h"
 #include "hosts/libreoffice/BuiltInEffects.h"
 #include "hosts/libreoffice/CalcApplication.h"
 #include "hosts/libreoffice/CalcUserActions.h"
 #include "hosts/libreoffice/CalcWorkbook.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
+#include "hosts/shell/CommandBars.h"
+#include "hosts/shell/Ribbon.h"
+#include "hosts/shell/User.h"
 
 namespace tolvane::libreoffice {
 
 class CalcHost::Impl {
  public:
-  Impl(const Reference<css::uno::XComponentContext>& context, embedded::Desk& desk, CalcProgram::Options options)
+  Impl(const Reference<css::uno::XComponentContext>& context, shell::Desk& desk, CalcProgram::Options options)
       : program(std::make_shared<CalcProgram>(context, desk, std::move(options))),
-        commandBars(std::make_shared<embedded::EmbeddedCommandBars>(embedded::EmbeddedCommandBars::Surroundings{
+        commandBars(std::make_shared<shell::CommandBars>(shell::CommandBars::Surroundings{
             program->gate, desk, [this](std::string_view macro) { program->RunCommand(macro); },
             [this](int id) { DoBuiltInControl(*program, id); },
             [this] {
               const auto sheet = program->activeSheet();
               return sheet != nullptr && sheet->ProtectContents();
             }})),
-        user(std::make_shared<embedded::EmbeddedUser>(embedded::EmbeddedUser::Surroundings{
+        user(std::make_shared<shell::User>(shell::User::Surroundings{
             program->gate, desk, [this] { return program->ClipboardHasText(); },
             [this] { return program->ClipboardText(); }, [this] { return program->cancelKey.TakeEsc(); },
             [this] { program->events.FormShown(); }, [this] { program->events.FormGone(); }})),
@@ -50,15 +50,15 @@ class CalcHost::Impl {
   }
 
   std::shared_ptr<CalcProgram> program;
-  std::shared_ptr<embedded::EmbeddedCommandBars> commandBars;
-  std::shared_ptr<embedded::EmbeddedUser> user;
-  std::shared_ptr<embedded::EmbeddedRibbon> ribbon;
+  std::shared_ptr<shell::CommandBars> commandBars;
+  std::shared_ptr<shell::User> user;
+  std::shared_ptr<shell::Ribbon> ribbon;
   CalcUserActions actions;
   std::shared_ptr<CalcApplication> application;
   std::map<const CalcWorkbook*, std::unique_ptr<BookListener>> listeners;
 };
 
-CalcHost::CalcHost(const Reference<css::uno::XComponentContext>& context, embedded::Desk& desk,
+CalcHost::CalcHost(const Reference<css::uno::XComponentContext>& context, shell::Desk& desk,
                    CalcProgram::Options options)
     : impl_(std::make_unique<Impl>(context, desk, std::move(options))) {}
 
@@ -81,7 +81,7 @@ void CalcHost::OfferMacro(const host::Workbook& book, std::string_view name, std
 }
 
 void CalcHost::LoadRibbon(std::string_view definition, host::RibbonCallbacks& callbacks) {
-  auto loaded = embedded::EmbeddedRibbon::Load(impl_->program->gate, definition, callbacks);
+  auto loaded = shell::Ribbon::Load(impl_->program->gate, definition, callbacks);
   if (impl_->ribbon != nullptr) impl_->ribbon->Close();
   impl_->ribbon = std::move(loaded);
 }

@@ -54,7 +54,7 @@ bool IsAddinFile(const std::string& extension) {
 
 }  // namespace
 
-CalcProgram::CalcProgram(const Reference<css::uno::XComponentContext>& context, embedded::Desk& theDesk,
+CalcProgram::CalcProgram(const Reference<css::uno::XComponentContext>& context, shell::Desk& theDesk,
                          Options theOptions)
     : desk(theDesk),
       options(std::move(theOptions)),
@@ -370,7 +370,7 @@ void CalcProgram::Recalculate() {
   RaiseCalculated(calculated);
 }
 
-void CalcProgram::Raise(const embedded::EventHub::Event& event) {
+void CalcProgram::Raise(const shell::EventHub::Event& event) {
   if (settings.enableEvents) events.Raise(event);
 }
 
@@ -382,7 +382,7 @@ void CalcProgram::LeaveAddin() {
 }
 
 host::CellValue CalcProgram::RunMacro(std::string_view text) {
-  const embedded::MacroCall call = embedded::MacroCall::Parse(text);
+  const shell::MacroCall call = shell::MacroCall::Parse(text);
   std::vector<std::shared_ptr<CalcWorkbook>> candidates;
   if (call.book) {
     if (const auto book = FindBook(*call.book)) candidates.push_back(book);
@@ -392,8 +392,8 @@ host::CellValue CalcProgram::RunMacro(std::string_view text) {
     candidates.insert(candidates.end(), books_.begin(), books_.end());
   }
   for (const auto& book : candidates) {
-    if (const embedded::Macros::Macro* offered = macros.Find(book->Key(), call.macro)) {
-      const embedded::Macros::Macro macro = *offered;  // it may close its own book
+    if (const shell::Macros::Macro* offered = macros.Find(book->Key(), call.macro)) {
+      const shell::Macros::Macro macro = *offered;  // it may close its own book
       const AddinCall scope(*this);
       return macro();
     }

@@ -12,13 +12,13 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/embedded/CancelKey.h"
-#include "hosts/embedded/Desk.h"
-#include "hosts/embedded/EmbeddedKeys.h"
-#include "hosts/embedded/EventHub.h"
-#include "hosts/embedded/Macros.h"
 #include "hosts/libreoffice/Geometry.h"
 #include "hosts/libreoffice/Uno.h"
+#include "hosts/shell/CancelKey.h"
+#include "hosts/shell/Desk.h"
+#include "hosts/shell/EventHub.h"
+#include "hosts/shell/Keys.h"
+#include "hosts/shell/Macros.h"
 #include "src/host/CellValue.h"
 #include "src/host/Constants.h"
 #include "src/host/Gate.h"
@@ -38,14 +38,14 @@ class CalcProgram : public std::enable_shared_from_this<CalcProgram> {
     std::string caption = "Tolvane";
     bool hiddenWindows = false;
   };
-  CalcProgram(const Reference<css::uno::XComponentContext>& context, embedded::Desk& desk, Options options);
+  CalcProgram(const Reference<css::uno::XComponentContext>& context, shell::Desk& desk, Options options);
   // Closes what the host opened; all bodies are dead from then on.
   void End();
   bool hasEnded() const { return ended_; }
 
   const Reference<css::uno::XComponentContext>& context() const { return context_; }
   const std::shared_ptr<host::Gate> gate = std::make_shared<host::Gate>();
-  embedded::Desk& desk;
+  shell::Desk& desk;
   const Options options;
 
   // --- settings -----------------------------------------------------------------------------------------------------
@@ -63,10 +63,10 @@ class CalcProgram : public std::enable_shared_from_this<CalcProgram> {
   void ApplyCalculation();
   void ShowStatusBar();
 
-  embedded::EventHub events;
-  embedded::Macros macros;
-  embedded::CancelKeyWatch cancelKey;
-  embedded::EmbeddedKeys keys;
+  shell::EventHub events;
+  shell::Macros macros;
+  shell::CancelKeyWatch cancelKey;
+  shell::Keys keys;
 
   struct Command {
     std::string caption;
@@ -159,7 +159,7 @@ class CalcProgram : public std::enable_shared_from_this<CalcProgram> {
    private:
     CalcProgram& program_;
   };
-  void Raise(const embedded::EventHub::Event& event);
+  void Raise(const shell::EventHub::Event& event);
 
  private:
   Reference<css::lang::XComponent> Load(const OUString& url, bool hidden, bool asTemplate);

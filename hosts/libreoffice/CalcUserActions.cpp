@@ -7,8 +7,6 @@
 #include <string>
 #include <utility>
 
-#include "hosts/embedded/EmbeddedCommandBars.h"
-#include "hosts/embedded/EmbeddedRibbon.h"
 #include "hosts/libreoffice/BuiltInEffects.h"
 #include "hosts/libreoffice/CalcNames.h"
 #include "hosts/libreoffice/CalcRange.h"
@@ -17,6 +15,8 @@
 #include "hosts/libreoffice/FormatRuns.h"
 #include "hosts/libreoffice/PastedText.h"
 #include "hosts/libreoffice/SheetGuard.h"
+#include "hosts/shell/CommandBars.h"
+#include "hosts/shell/Ribbon.h"
 #include "platform/Text.h"
 #include "src/host/CommandBars.h"
 
@@ -181,10 +181,10 @@ void CalcUserActions::PressDelete(const host::Range& range) {
 // --------------------------------------------------------------------------------------------------
 
 void CalcUserActions::PressKey(std::string_view key) {
-  Press(embedded::ParseKey(key));
+  Press(shell::ParseKey(key));
 }
 
-void CalcUserActions::Press(const embedded::KeyStroke& key) {
+void CalcUserActions::Press(const shell::KeyStroke& key) {
   if (const auto macro = program_.keys.MacroOf(key)) {
     program_.RunCommand(*macro);
   } else {

@@ -5,15 +5,15 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/embedded/EmbeddedKeys.h"
 #include "hosts/libreoffice/CalcProgram.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
+#include "hosts/shell/Keys.h"
 #include "src/host/UserActions.h"
 
-namespace tolvane::embedded {
-class EmbeddedCommandBars;
-class EmbeddedRibbon;
-}  // namespace tolvane::embedded
+namespace tolvane::shell {
+class CommandBars;
+class Ribbon;
+}  // namespace tolvane::shell
 
 namespace tolvane::libreoffice {
 
@@ -22,9 +22,9 @@ class CalcUserActions final : public host::UserActions {
  public:
   struct Parts {
     std::shared_ptr<CalcProgram> program;
-    std::shared_ptr<embedded::EmbeddedCommandBars> commandBars;
+    std::shared_ptr<shell::CommandBars> commandBars;
     // Null while no ribbon is loaded.
-    std::function<std::shared_ptr<embedded::EmbeddedRibbon>()> ribbon;
+    std::function<std::shared_ptr<shell::Ribbon>()> ribbon;
   };
   explicit CalcUserActions(Parts parts) : program_(*parts.program), parts_(std::move(parts)) {}
 
@@ -49,7 +49,7 @@ class CalcUserActions final : public host::UserActions {
   void PutTextOnClipboard(std::string_view text) override;
   void PressCancelKey(int callsFromNow) override;
 
-  void Press(const embedded::KeyStroke& key);
+  void Press(const shell::KeyStroke& key);
 
  private:
   bool SaveWithDialog(CalcWorkbook& book);

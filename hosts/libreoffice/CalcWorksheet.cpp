@@ -12,7 +12,6 @@
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 
-#include "hosts/embedded/Palette.h"
 #include "hosts/libreoffice/CalcNames.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/CalcWindow.h"
@@ -21,6 +20,7 @@
 #include "hosts/libreoffice/Hyperlinks.h"
 #include "hosts/libreoffice/PastedText.h"
 #include "hosts/libreoffice/SheetGuard.h"
+#include "hosts/shell/Palette.h"
 #include "platform/Text.h"
 
 namespace tolvane::libreoffice {
@@ -229,11 +229,11 @@ void CalcWorksheet::SetVisible(host::SheetVisibility visibility) {
 
 host::ColorIndex CalcWorksheet::TabColorIndex() const {
   const auto colour = Get<sal_Int32>(object(), "TabColor", -1);
-  return colour == -1 ? host::kColorIndexNone : embedded::NearestIndex(static_cast<std::uint32_t>(colour) & 0xFFFFFF);
+  return colour == -1 ? host::kColorIndexNone : shell::NearestIndex(static_cast<std::uint32_t>(colour) & 0xFFFFFF);
 }
 
 void CalcWorksheet::SetTabColorIndex(host::ColorIndex index) {
-  const auto colour = embedded::ColourOf(index);
+  const auto colour = shell::ColourOf(index);
   book().RequireStructure("coloured");
   Set(object(), "TabColor", colour ? static_cast<sal_Int32>(*colour) : sal_Int32{-1});
   program_->BookEdited(book());
