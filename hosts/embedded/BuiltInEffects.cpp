@@ -1,7 +1,5 @@
 #include "hosts/embedded/BuiltInEffects.h"
 
-#include <utility>
-
 #include "hosts/embedded/CellSearch.h"
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Sorting.h"
@@ -66,44 +64,6 @@ void DoBuiltInControl(Program& program, int controlId) {
       return sheet->Protect({});
     default:
       return;
-  }
-}
-
-void DoBuiltInCommand(Program& program, std::string_view ribbonId) {
-  constexpr std::pair<std::string_view, int> kCommands[] = {
-      {"Copy", shell::builtin::kCopy},
-      {"Cut", shell::builtin::kCut},
-      {"Paste", shell::builtin::kPaste},
-      {"PasteFormatting", shell::builtin::kPasteFormatting},
-      {"PasteValues", shell::builtin::kPasteValues},
-      {"SortAscendingExcel", shell::builtin::kSortAscending},
-      {"SortDescendingExcel", shell::builtin::kSortDescending},
-      {"SheetProtect", shell::builtin::kProtectSheet},
-  };
-  for (const auto& [name, id] : kCommands) {
-    if (name == ribbonId) return DoBuiltInControl(program, id);
-  }
-}
-
-void DoBuiltInKey(Program& program, const shell::KeyStroke& key) {
-  const auto sheet = program.activeSheet();
-  const bool plain = !key.alt && !key.shift;
-  if (key.name == "ESCAPE") return program.clipboard.EndMode();
-  if (sheet == nullptr || !plain) return;
-  if (key.ctrl) {
-    if (key.name == "c" || key.name == "C") return DoBuiltInControl(program, shell::builtin::kCopy);
-    if (key.name == "x" || key.name == "X") return DoBuiltInControl(program, shell::builtin::kCut);
-    if (key.name == "v" || key.name == "V") return DoBuiltInControl(program, shell::builtin::kPaste);
-    return;
-  }
-  if (key.name == "DELETE") {
-    return sheet->RangeOver(sheet->sheet().view.selection).ClearContents();
-  }
-  // Enter pastes what was copied, once.
-  const bool isEnter = key.name == "ENTER" || key.name == "RETURN";
-  if (isEnter && program.clipboard.mode() != host::CutCopyMode::None) {
-    DoBuiltInControl(program, shell::builtin::kPaste);
-    program.clipboard.EndMode();
   }
 }
 

@@ -8,7 +8,6 @@
 
 namespace tolvane::shell {
 class CommandBars;
-class Keys;
 }  // namespace tolvane::shell
 
 namespace tolvane::embedded {
@@ -19,7 +18,6 @@ class EmbeddedApplication final : public host::ApplicationBody {
     std::shared_ptr<Program> program;
     std::shared_ptr<shell::CommandBars> commandBars;
     std::shared_ptr<host::UserBody> user;
-    std::shared_ptr<shell::Keys> keys;
   };
   explicit EmbeddedApplication(Parts parts) : program_(std::move(parts.program)), parts_(std::move(parts)) {}
 

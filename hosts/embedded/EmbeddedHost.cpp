@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "hosts/embedded/BuiltInEffects.h"
 #include "hosts/embedded/EmbeddedApplication.h"
 #include "hosts/embedded/EmbeddedUserActions.h"
 #include "hosts/embedded/EmbeddedWorkbook.h"
@@ -10,7 +9,6 @@
 #include "hosts/embedded/Program.h"
 #include "hosts/embedded/Refusal.h"
 #include "hosts/shell/CommandBars.h"
-#include "hosts/shell/Keys.h"
 #include "hosts/shell/Ribbon.h"
 #include "hosts/shell/User.h"
 
@@ -20,10 +18,9 @@ class EmbeddedHost::Impl {
  public:
   Impl(shell::Desk& desk, BookFiles& files, Options options)
       : program(std::make_shared<Program>(desk, files, std::move(options))),
-        keys(std::make_shared<shell::Keys>()),
         commandBars(std::make_shared<shell::CommandBars>(shell::CommandBars::Surroundings{
             program->gate, desk, [this](std::string_view macro) { program->RunCommand(macro); },
-            [this](int id) { DoBuiltInControl(*program, id); },
+            [this](int id) { program->DoBuiltInControl(id); },
             [this] {
               const auto sheet = program->activeSheet();
               return sheet != nullptr && sheet->ProtectContents();
@@ -32,11 +29,10 @@ class EmbeddedHost::Impl {
             program->gate, desk, [this] { return program->clipboard.HasText(); },
             [this] { return program->clipboard.Text(); }, [this] { return program->cancelKey.TakeEsc(); },
             [this] { program->events.FormShown(); }, [this] { program->events.FormGone(); }})),
-        application(
-            std::make_shared<EmbeddedApplication>(EmbeddedApplication::Parts{program, commandBars, user, keys})),
-        actions(EmbeddedUserActions::Parts{program, commandBars, keys, [this] { return ribbon; }}) {
+        application(std::make_shared<EmbeddedApplication>(EmbeddedApplication::Parts{program, commandBars, user})),
+        actions(program, commandBars, [this] { return ribbon; }) {
     program->OnSentKeys([this] {
-      while (const auto key = keys->TakeSent()) actions.Press(*key);
+      while (const auto key = program->keys.TakeSent()) actions.Press(*key);
     });
   }
 
@@ -58,7 +54,6 @@ class EmbeddedHost::Impl {
   }
 
   std::shared_ptr<Program> program;
-  std::shared_ptr<shell::Keys> keys;
   std::shared_ptr<shell::CommandBars> commandBars;
   std::shared_ptr<shell::User> user;
   std::shared_ptr<EmbeddedApplication> application;

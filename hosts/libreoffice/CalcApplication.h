@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <utility>
 
@@ -19,7 +18,6 @@ class CalcApplication final : public host::ApplicationBody {
     std::shared_ptr<CalcProgram> program;
     std::shared_ptr<shell::CommandBars> commandBars;
     std::shared_ptr<host::UserBody> user;
-    std::function<void()> pressSentKeys;
   };
   explicit CalcApplication(Parts parts) : program_(std::move(parts.program)), parts_(std::move(parts)) {}
 

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "hosts/libreoffice/BookListener.h"
-#include "hosts/libreoffice/BuiltInEffects.h"
 #include "hosts/libreoffice/CalcApplication.h"
 #include "hosts/libreoffice/CalcUserActions.h"
 #include "hosts/libreoffice/CalcWorkbook.h"
@@ -21,7 +20,7 @@ class CalcHost::Impl {
       : program(std::make_shared<CalcProgram>(context, desk, std::move(options))),
         commandBars(std::make_shared<shell::CommandBars>(shell::CommandBars::Surroundings{
             program->gate, desk, [this](std::string_view macro) { program->RunCommand(macro); },
-            [this](int id) { DoBuiltInControl(*program, id); },
+            [this](int id) { program->DoBuiltInControl(id); },
             [this] {
               const auto sheet = program->activeSheet();
               return sheet != nullptr && sheet->ProtectContents();
@@ -30,14 +29,13 @@ class CalcHost::Impl {
             program->gate, desk, [this] { return program->ClipboardHasText(); },
             [this] { return program->ClipboardText(); }, [this] { return program->cancelKey.TakeEsc(); },
             [this] { program->events.FormShown(); }, [this] { program->events.FormGone(); }})),
-        actions(CalcUserActions::Parts{program, commandBars, [this] { return ribbon; }}),
-        application(std::make_shared<CalcApplication>(CalcApplication::Parts{program, commandBars, user, [this] {
-                                                                               while (const auto key =
-                                                                                          program->keys.TakeSent())
-                                                                                 actions.Press(*key);
-                                                                             }})) {
+        actions(program, commandBars, [this] { return ribbon; }),
+        application(std::make_shared<CalcApplication>(CalcApplication::Parts{program, commandBars, user})) {
+    program->OnSentKeys([this] {
+      while (const auto key = program->keys.TakeSent()) actions.Press(*key);
+    });
     program->onAdopted = [this](CalcWorkbook& book) {
-      listeners.emplace(&book, std::make_unique<BookListener>(book.shared_from_this()));
+      listeners.emplace(&book, std::make_unique<BookListener>(book.Self()));
     };
     program->onForgotten = [this](CalcWorkbook& book) { listeners.erase(&book); };
   }

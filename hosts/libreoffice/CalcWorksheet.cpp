@@ -196,7 +196,7 @@ void CalcWorksheet::SetCodeName(std::string_view name) {
 }
 
 host::Workbook CalcWorksheet::Parent() const {
-  return host::Workbook(book().shared_from_this());
+  return host::Workbook(book().Self());
 }
 
 host::SheetVisibility CalcWorksheet::Visible() const {
@@ -247,7 +247,7 @@ void CalcWorksheet::Activate() {
     Refuse("The sheet \"" + Name() + "\" is hidden and cannot be activated.");
   }
   const auto self = Self();
-  const auto owner = book().shared_from_this();
+  const auto owner = book().Self();
   owner->ActivateSheet(self);
   if (IsAlive() && !owner->IsAddin()) program_->ActivateBook(owner);
 }
@@ -321,7 +321,7 @@ void CalcWorksheet::MoveTo(const host::Worksheet& other, int behind) {
 }
 
 void CalcWorksheet::Delete() {
-  const auto owner = book().shared_from_this();
+  const auto owner = book().Self();
   owner->RequireStructure("deleted");
   if (Visible() == host::SheetVisibility::Visible && owner->VisibleSheets() == 1) {
     Refuse("The sheet \"" + Name() + "\" is the last visible one of its workbook and cannot be deleted.");
@@ -390,7 +390,7 @@ host::Range CalcWorksheet::ColumnAt(int column) const {
 }
 
 host::Names CalcWorksheet::Names() const {
-  return host::Names(std::make_shared<CalcNames>(CalcNameScope{book().shared_from_this(), Self()}));
+  return host::Names(std::make_shared<CalcNames>(CalcNameScope{book().Self(), Self()}));
 }
 
 // --- protection
