@@ -1,6 +1,5 @@
-// Starts an office of its own on a private profile, has it run the contract suite from a component, and gives back what
-// the suite says. The office registers the component by a bootstrap variable: installing an extension is refused to
-// root.
+// Starts a program that is an office on a private profile, has it do what it is for, and gives back its result. The
+// office registers the component by a bootstrap variable: installing an extension is refused to root.
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -27,7 +26,7 @@ struct Options {
   fs::path office;
   fs::path component;
   fs::path profile;
-  std::string arguments;  // for GoogleTest, separated by blanks
+  std::string arguments;  // for the program, separated by blanks
   int timeoutSeconds = 280;
 };
 
@@ -50,7 +49,7 @@ Options Read(int argc, char** argv) {
   }
   if (options.office.empty() || options.component.empty() || options.profile.empty()) {
     throw std::invalid_argument(
-        "run_in_office --office FILE --component FILE --profile FOLDER [--timeout SECONDS] [--gtest_...]");
+        "run_in_office --office FILE --component FILE --profile FOLDER [--timeout SECONDS] [ARGUMENT ...]");
   }
   return options;
 }
@@ -61,8 +60,8 @@ void WriteServices(const fs::path& file, const fs::path& component) {
 <components xmlns="http://openoffice.org/2010/uno-components">
   <component loader="com.sun.star.loader.SharedLibrary" environment="gcc3" uri="file://)"
       << component.string() << R"(">
-    <implementation name="org.tolvane.contract.Run" constructor="tolvane_ContractRun_get">
-      <service name="org.tolvane.contract.Run"/>
+    <implementation name="org.tolvane.office.Run" constructor="tolvane_OfficeService_get">
+      <service name="org.tolvane.office.Run"/>
     </implementation>
   </component>
 </components>
@@ -116,7 +115,7 @@ int Main(int argc, char** argv) {
   const Options options = Read(argc, argv);
   fs::remove_all(options.profile);
   fs::create_directories(options.profile);
-  const fs::path services = options.profile / "contract.rdb";
+  const fs::path services = options.profile / "office.rdb";
   const fs::path verdict = options.profile / "verdict";
   WriteServices(services, options.component);
   const std::string program = std::string("file://") + TOLVANE_OFFICE + "/program/";
@@ -124,8 +123,8 @@ int Main(int argc, char** argv) {
   setenv("SAL_USE_VCLPLUGIN", "svp", 1);
   fs::create_directories(options.profile / "tmp");
   setenv("TMPDIR", (options.profile / "tmp").c_str(), 1);  // what a dying office leaves behind goes with the next run
-  setenv("TOLVANE_CONTRACT_VERDICT", verdict.c_str(), 1);
-  setenv("TOLVANE_CONTRACT_ARGUMENTS", options.arguments.c_str(), 1);
+  setenv("TOLVANE_OFFICE_VERDICT", verdict.c_str(), 1);
+  setenv("TOLVANE_OFFICE_ARGUMENTS", options.arguments.c_str(), 1);
   const std::vector<std::string> command = {
       options.office.string(),
       "--headless",
@@ -136,7 +135,7 @@ int Main(int argc, char** argv) {
       "-env:UserInstallation=file://" + (options.profile / "user").string(),
       "-env:URE_BOOTSTRAP=" + program + "fundamentalrc",
       "-env:URE_MORE_SERVICES=<" + program + "services>* file://" + services.string(),
-      "service:org.tolvane.contract.Run"};
+      "service:org.tolvane.office.Run"};
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(options.timeoutSeconds);
   constexpr int kStarts = 3;
   for (int start = 0; start < kStarts; ++start) {
@@ -150,9 +149,11 @@ int Main(int argc, char** argv) {
     int result = kCannotRun;
     if (std::ifstream(verdict) >> result) return result;
     if (WIFSIGNALED(status)) {
-      std::cerr << "The office died by signal " << WTERMSIG(status) << " before the suite had come to its end.\n";
+      std::cerr << "The office died by signal " << WTERMSIG(status)
+                << " before what it was started for had come to its end.\n";
     } else {
-      std::cerr << "The office ended with " << WEXITSTATUS(status) << " before the suite had come to its end.\n";
+      std::cerr << "The office ended with " << WEXITSTATUS(status)
+                << " before what it was started for had come to its end.\n";
     }
     return kCannotRun;
   }
