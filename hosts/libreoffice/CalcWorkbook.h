@@ -14,11 +14,12 @@
 
 #include "hosts/libreoffice/CalcProgram.h"
 #include "hosts/libreoffice/FormulaText.h"
+#include "hosts/shell/Book.h"
 #include "src/host/Workbook.h"
 
 namespace tolvane::libreoffice {
 
-class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_from_this<CalcWorkbook> {
+class CalcWorkbook final : public shell::Book {
  public:
   CalcWorkbook(std::shared_ptr<CalcProgram> program, const Reference<css::frame::XModel>& model, std::string name,
                std::string path, bool isAddin);
@@ -26,6 +27,9 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   void Start();
   void Die();
 
+  std::shared_ptr<CalcWorkbook> Self() const {
+    return std::static_pointer_cast<CalcWorkbook>(std::const_pointer_cast<shell::Book>(shared_from_this()));
+  }
   CalcProgram& program() const { return *program_; }
   const Reference<css::frame::XModel>& model() const { return model_; }
   Reference<css::frame::XController> controller() const;
@@ -59,10 +63,13 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   FormulaTokens Read(std::string_view formula, Dialect dialect, CellPos origin);
   FormulaTokens ReadCalc(std::string_view formula, CellPos origin) const;
 
-  // Ask whoever listens; false when it is cancelled or the book is gone.
-  bool MaySave(bool saveAsUI);
-  bool MayClose();
-  void WriteFile(const std::string& path);
+  // --- Book
+  // -------------------------------------------------------------------------------------------------------------
+  shell::Session& session() const override { return *program_; }
+  bool HasFile() const override { return !path_.empty(); }
+  void RequireFilePath(const std::string& path) const override;
+  void WriteFile(const std::string& path) override;
+  bool DefinesName(std::string_view name) const override;
 
   // --- WorkbookBody
   // ---------------------------------------------------------------------------------------------------
@@ -88,12 +95,8 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   void Activate() override;
   void DefineStyle(const host::StyleDefinition& style) override;
   std::vector<std::string> StyleNames() const override;
-  void Save() override;
-  void SaveAs(std::string_view path) override;
-  void Close(bool saveChanges) override;
 
  private:
-  std::shared_ptr<CalcWorkbook> Self() const { return std::const_pointer_cast<CalcWorkbook>(shared_from_this()); }
   void Sync();
   void ReadKeepsakes();
   void Place(FormulaToken& token);
