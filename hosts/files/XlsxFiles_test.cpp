@@ -37,10 +37,11 @@ class XlsxFilesTest : public ::testing::Test {
 };
 
 TEST_F(XlsxFilesTest, SavesAndOpens) {
-  engine::Workbook book;
-  book.AddSheet("Data", 0).SetValue({1, 1}, "x");
-  files_.Save(book, Path("book.xlsx"));
+  auto book = std::make_unique<engine::Workbook>();
+  book->AddSheet("Data", 0).SetValue({1, 1}, "x");
+  files_.Save(*book, Path("book.xlsx"));
   EXPECT_TRUE(platform::FileExists(Path(".~lock.book.xlsx#")));
+  book.reset();
   auto opened = files_.Open(Path("book.xlsx"));
   EXPECT_EQ(opened.book->sheetAt(0).ValueAt({1, 1}), engine::Value("x"));
   EXPECT_FALSE(opened.isTemplate);
