@@ -19,14 +19,15 @@ COLUMNS = 9
 
 
 def measure(command):
-    """Seconds on the clock, and the peak of the memory in megabytes, of a process with all that it waits for."""
+    """Seconds on the clock and of the processor, and the peak of the memory in megabytes, of a process with all that it
+    waits for."""
     begin = time.perf_counter()
     process = os.posix_spawnp(command[0], command, os.environ, file_actions=QUIET)
     _, status, usage = os.wait4(process, 0)
     seconds = time.perf_counter() - begin
     if os.waitstatus_to_exitcode(status) != 0:
         raise SystemExit(f"{' '.join(command)} failed")
-    return seconds, usage.ru_maxrss / 1024
+    return seconds, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024
 
 
 def take_turns(commands, runs):
@@ -34,8 +35,7 @@ def take_turns(commands, runs):
     for _ in range(runs):
         for name, command in commands.items():
             results[name].append(measure(command))
-    return {name: (statistics.median(seconds for seconds, _ in all_runs), max(peak for _, peak in all_runs))
-            for name, all_runs in results.items()}
+    return {name: tuple(statistics.median(figures) for figures in zip(*all_runs)) for name, all_runs in results.items()}
 
 
 def beside(ours, folder, rows, runs):
@@ -61,12 +61,12 @@ def beside(ours, folder, rows, runs):
 
     megabytes = os.path.getsize(book) / 2**20
     print(f"\n{rows} rows x {COLUMNS} cells, a file of {megabytes:.1f} MB; medians of {runs} runs")
-    print(f"{'':28}{'seconds':>9}{'peak MB':>9}   times LibreOffice's speed, share of its memory")
+    print(f"{'':28}{'seconds':>9}{'processor':>11}{'peak MB':>9}   times LibreOffice's speed, share of its memory")
     pairs = {"open": "LibreOffice to .csv", "open and save": "LibreOffice to .xlsx"}
-    for name, (seconds, peak) in results.items():
-        line = f"{name:28}{seconds:9.2f}{peak:9.0f}"
+    for name, (seconds, processor, peak) in results.items():
+        line = f"{name:28}{seconds:9.2f}{processor:11.2f}{peak:9.0f}"
         if has_office and name in pairs:
-            theirs, their_peak = results[pairs[name]]
+            theirs, _, their_peak = results[pairs[name]]
             line += f"   {theirs / seconds:.1f} x, {peak / their_peak:.2f}   ({pairs[name]})"
         print(line)
     if not has_office:
@@ -74,18 +74,21 @@ def beside(ours, folder, rows, runs):
 
 
 def growth(ours, folder, sizes):
-    times = {"open": [], "open and save": []}
-    print(f"\nGrowth, {COLUMNS} cells a row\n{'rows':>28}{'open s':>9}{'peak MB':>9}{'open and save s':>17}{'peak MB':>9}")
+    """By the processor's time, which other programs on the machine disturb less."""
+    commands = {}
     for rows in sizes:
-        book = str(folder / "growing.xlsx")
+        book = str(folder / f"{rows}.xlsx")
         subprocess.run([ours, "make", str(rows), book], check=True)
-        runs = take_turns({"open": [ours, "open", book],
-                           "open and save": [ours, "save", book, str(folder / "grown.xlsx")]}, 3)
-        for name, (seconds, _) in runs.items():
-            times[name].append((rows, seconds))
-        opened, saved = runs["open"], runs["open and save"]
-        print(f"{rows:28}{opened[0]:9.2f}{opened[1]:9.0f}{saved[0]:17.2f}{saved[1]:9.0f}")
-    print("slope (1 is linear): " + ", ".join(f"{name} {slope(points):.2f}" for name, points in times.items()))
+        commands["open", rows] = [ours, "open", book]
+        commands["open and save", rows] = [ours, "save", book, str(folder / "grown.xlsx")]
+    results = take_turns(commands, 3)
+    print(f"\nGrowth, {COLUMNS} cells a row; processor's seconds")
+    print(f"{'rows':>28}{'open':>9}{'peak MB':>9}{'open and save':>15}{'peak MB':>9}")
+    for rows in sizes:
+        opened, saved = results["open", rows], results["open and save", rows]
+        print(f"{rows:28}{opened[1]:9.2f}{opened[2]:9.0f}{saved[1]:15.2f}{saved[2]:9.0f}")
+    slopes = [f"{name} {slope([(rows, results[name, rows][1]) for rows in sizes]):.2f}" for name in ("open", "open and save")]
+    print(f"slope (1 is linear): {', '.join(slopes)}")
 
 
 def main():
