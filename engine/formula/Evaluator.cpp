@@ -413,9 +413,7 @@ double FunctionCall::Number(std::size_t i) const {
 
 std::int64_t FunctionCall::Whole(std::size_t i) const {
   constexpr double kFar = 1e15;
-  const double number = Number(i);
-  if (std::fabs(number) > kFar) throw FunctionError{ErrorCode::Num};
-  return static_cast<std::int64_t>(number);
+  return static_cast<std::int64_t>(std::clamp(Number(i), -kFar, kFar));
 }
 
 bool FunctionCall::Boolean(std::size_t i) const {

@@ -158,7 +158,8 @@ class FunctionCall {
   const Value& ValueAt(std::size_t i) const;
   double Number(std::size_t i) const;
   double Number(std::size_t i, double otherwise) const { return i < count() ? Number(i) : otherwise; }
-  // Cut off towards zero, as functions do that want whole numbers. #NUM! when it is no index at all.
+  // Cut off towards zero, as functions do that want whole numbers. What is beyond 1E+15 comes out as that, so that each
+  // function finds it beyond its own limits.
   std::int64_t Whole(std::size_t i) const;
   std::int64_t Whole(std::size_t i, std::int64_t otherwise) const { return i < count() ? Whole(i) : otherwise; }
   bool Boolean(std::size_t i) const;
