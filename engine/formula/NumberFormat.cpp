@@ -213,7 +213,7 @@ std::optional<std::string> FormatDate(const FormatSection& section, double numbe
   int decimals = ShowsClock(section) ? 0 : kMostDecimals;
   bool halfDays = false;
   for (const FormatToken& token : section.tokens) {
-    if (token.kind == Kind::SecondDecimals) decimals = std::min(token.length, kMostDecimals);
+    if (token.kind == Kind::SecondDecimals) decimals = std::max(decimals, std::min(token.length, kMostDecimals));
     if (token.kind == Kind::AmPm) halfDays = true;
   }
   if (number < 0 || serial >= kLastDateSerial + 1) return std::nullopt;
@@ -255,7 +255,7 @@ std::optional<std::string> FormatDate(const FormatSection& section, double numbe
         break;
       case Kind::SecondDecimals: {
         std::string digits = Padded(total % perSecond, decimals);
-        digits.append(static_cast<std::size_t>(token.length - decimals), '0');
+        digits.resize(static_cast<std::size_t>(token.length), '0');
         out += "." + digits;
         break;
       }

@@ -216,9 +216,31 @@ TEST(NumberFormat, NegativeDurations) {
 }
 
 TEST(NumberFormat, OddFormatsDoNotBreak) {
-  for (const char* format :
-       {"\"open", "[",  "[Red", "\\", "_",   "*", "E+",  "0E+",     "....", ",,,",    ";;;;;;",  "0.0.0",
-        "%%%",    "[h", "[]",   "0/", "?/0", "/", "0/1", "# ?/?/?", "[$-",  "[$-407", "[Color]", "# ?/99999999999"}) {
+  for (const char* format : {"\"open",
+                             "[",
+                             "[Red",
+                             "\\",
+                             "_",
+                             "*",
+                             "E+",
+                             "0E+",
+                             "....",
+                             ",,,",
+                             ";;;;;;",
+                             "0.0.0",
+                             "%%%",
+                             "[h",
+                             "[]",
+                             "0/",
+                             "?/0",
+                             "/",
+                             "0/1",
+                             "# ?/?/?",
+                             "[$-",
+                             "[$-407",
+                             "[Color]",
+                             "# ?/99999999999",
+                             "ss.000 ss.0 ss.00000"}) {
     FormatValue(Value(1234.5), format);
     FormatValue(Value(-1e300), format);
     FormatValue(Value("text"), format);
