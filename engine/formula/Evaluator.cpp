@@ -16,6 +16,7 @@ constexpr int kDeepestNames = 64;        // names that refer to names, circles i
 constexpr int kDeepestEvaluation = 600;  // nodes within nodes, over all names
 // Nodes that one formula may visit; names that use names twice each could otherwise multiply without end.
 constexpr std::int64_t kMostSteps = 1'000'000;
+constexpr std::int64_t kElementsPerStep = 256;  // of arrays, which cost less than nodes
 
 class Level {
  public:
@@ -278,7 +279,10 @@ Operand Evaluator::EvaluateBinary(const Frame& frame, const Node& top, Mode mode
       left = Resolve(frame, std::move(left), mode);
       right = Resolve(frame, std::move(right), mode);
       if (left.isArray() || right.isArray()) {
-        left = CombineArrays(left, right, [op](const Value& a, const Value& b) { return ApplyOperator(op, a, b); });
+        ArrayPtr result =
+            CombineArrays(left, right, [op](const Value& a, const Value& b) { return ApplyOperator(op, a, b); });
+        steps_ += static_cast<std::int64_t>(result->values.size()) / kElementsPerStep;
+        left = std::move(result);
       } else {
         const Value a = Single(frame, left);
         const Value b = Single(frame, right);
