@@ -35,7 +35,7 @@ std::string WhoHolds(const LockHolder& holder) {
 
 [[noreturn]] void FailToMark(const std::string& book) {
   throw LockNotWritten("cannot mark " + book + " as open: " + std::generic_category().message(errno) +
-                       ". Nobody can save there; save the book under another name, in a folder that you may write to");
+                       ". Save it under another name, in a folder that you may write to");
 }
 
 // What the lock file says; nothing where there is none.
