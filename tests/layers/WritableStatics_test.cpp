@@ -10,6 +10,7 @@ namespace {
 
 using testing::Contains;
 using testing::Each;
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -23,6 +24,11 @@ TEST(WritableStaticsTest, TheLogicTheHostsAndTheModelHaveNone) {
     ++count;
   }
   EXPECT_GE(count, 3) << "the check must have something to look at";
+}
+
+// All state of the logic lives in one object; which one is at work is the only thing that is remembered outside of it.
+TEST(WritableStaticsTest, TheCoreRemembersOnlyWhichAddInIsAtWork) {
+  EXPECT_THAT(WritableStatics(TOLVANE_CORE_LIBRARY), ElementsAre(HasSubstr("current")));
 }
 
 // Where LibreOffice's SDK is missing there is no such library.
