@@ -8,6 +8,7 @@
 #include "hosts/libreoffice/CalcUserActions.h"
 #include "hosts/libreoffice/CalcWorkbook.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
+#include "hosts/libreoffice/OfficeListener.h"
 #include "hosts/shell/CommandBars.h"
 #include "hosts/shell/Ribbon.h"
 #include "hosts/shell/User.h"
@@ -38,9 +39,11 @@ class CalcHost::Impl {
       listeners.emplace(&book, std::make_unique<BookListener>(book.Self()));
     };
     program->onForgotten = [this](CalcWorkbook& book) { listeners.erase(&book); };
+    officeListener = std::make_unique<OfficeListener>(program);
   }
 
   ~Impl() {
+    officeListener.reset();
     if (ribbon != nullptr) ribbon->Close();
     commandBars->Close();
     user->Close();
@@ -54,6 +57,7 @@ class CalcHost::Impl {
   CalcUserActions actions;
   std::shared_ptr<CalcApplication> application;
   std::map<const CalcWorkbook*, std::unique_ptr<BookListener>> listeners;
+  std::unique_ptr<OfficeListener> officeListener;
 };
 
 CalcHost::CalcHost(const Reference<css::uno::XComponentContext>& context, shell::Desk& desk,

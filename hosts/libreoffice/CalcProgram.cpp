@@ -5,6 +5,7 @@
 #include <com/sun/star/document/UpdateDocMode.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/task/XStatusIndicatorFactory.hpp>
@@ -194,6 +195,16 @@ std::shared_ptr<CalcWorkbook> CalcProgram::Adopt(const Reference<css::lang::XCom
   return book;
 }
 
+void CalcProgram::AdoptFromUser(const Reference<css::frame::XModel>& model, bool tellsOpen) {
+  if (BookOf(model) != nullptr || !Reference<css::sheet::XSpreadsheetDocument>(model, UNO_QUERY).is()) return;
+  if (!model->getCurrentController().is()) return;
+  const std::string path = ToPath(model->getURL());
+  std::string name = shell::FileNameOf(path).Whole();
+  // Calc opens two files of one name, which Excel refuses; by its name only the first one is found.
+  if (name.empty()) name = NameOfNewBook();
+  Adopt(Reference<css::lang::XComponent>(model, UNO_QUERY_THROW), std::move(name), path, false, tellsOpen);
+}
+
 std::shared_ptr<CalcWorkbook> CalcProgram::NewBook() {
   return Adopt(Load(OUString::createFromAscii(kNewBook), false, false), NameOfNewBook(), {}, false, false);
 }
@@ -209,9 +220,20 @@ std::shared_ptr<CalcWorkbook> CalcProgram::OpenFile(const std::string& path, boo
   if (!fromTemplate) RequireFreeName(name.Whole(), nullptr);
   std::error_code failure;
   if (!std::filesystem::is_regular_file(path, failure)) Refuse("There is no file \"" + path + "\".");
-  const auto document = Load(ToUrl(path), IsAddinFile(name.extension), fromTemplate);
-  return Adopt(document, fromTemplate ? NameFromTemplate(name.stem) : name.Whole(), fromTemplate ? std::string() : path,
-               IsAddinFile(name.extension), tellsOpen);
+  if (std::filesystem::file_size(path, failure) == 0) Refuse("\"" + path + "\" is empty; it is no workbook.");
+  const bool isAddin = IsAddinFile(name.extension);
+  auto document = Load(ToUrl(path), isAddin, fromTemplate);
+  // Calc lets nobody edit a file that it opened for reading only, Excel does: a copy takes its place.
+  const bool readOnly = AtEdge([&] { return As<css::frame::XStorable>(document)->isReadonly(); });
+  if (readOnly) {
+    const OwnEdit edit(*this);
+    AtEdge([&] { As<css::util::XCloseable>(document)->close(true); });
+    document = Load(ToUrl(path), isAddin, true);
+  }
+  const auto book = Adopt(document, fromTemplate ? NameFromTemplate(name.stem) : name.Whole(),
+                          fromTemplate ? std::string() : path, isAddin, tellsOpen);
+  if (readOnly) book->SetReadOnlyFile();
+  return book;
 }
 
 std::shared_ptr<CalcWorkbook> CalcProgram::BookOf(const Reference<css::uno::XInterface>& model) const {

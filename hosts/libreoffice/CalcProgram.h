@@ -67,9 +67,11 @@ class CalcProgram final : public shell::Session, public std::enable_shared_from_
   std::shared_ptr<CalcWorkbook> OpenFile(const std::string& path, bool tellsOpen, bool asTemplate);
   // The add-in's own book: open, hidden, never in front.
   std::shared_ptr<CalcWorkbook> AdoptAddin(std::string name);
-  // A book that the user opened; none for a document that is no spreadsheet.
+  // None for a document that is no spreadsheet.
   std::shared_ptr<CalcWorkbook> Adopt(const Reference<css::lang::XComponent>& document, std::string name,
                                       std::string path, bool isAddin, bool tellsOpen);
+  // A document that the user opened or made becomes a book, unless it is one, is no spreadsheet or has no window.
+  void AdoptFromUser(const Reference<css::frame::XModel>& model, bool tellsOpen);
   std::shared_ptr<CalcWorkbook> BookOf(const Reference<css::uno::XInterface>& model) const;  // null
   void CloseBook(shell::Book& book) override;
   // Who listens to what the user does in a book.

@@ -1,5 +1,8 @@
 #include "hosts/libreoffice/CalcWorkbook.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include <algorithm>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
@@ -14,6 +17,7 @@
 #include "hosts/libreoffice/CellStyles.h"
 #include "hosts/libreoffice/Hyperlinks.h"
 #include "hosts/shell/FileName.h"
+#include "platform/Files.h"
 #include "platform/Text.h"
 
 namespace tolvane::libreoffice {
@@ -208,6 +212,11 @@ void CalcWorkbook::RequireStructure(std::string_view what) const {
   Refuse("The structure of the workbook \"" + name_ + "\" is protected: no sheet can be " + std::string(what) + ".");
 }
 
+void CalcWorkbook::RequireEditable() const {
+  if (!AtEdge([&] { return As<css::frame::XStorable>(model_)->isReadonly(); })) return;
+  Refuse("The workbook \"" + name_ + "\" was opened for reading only. Let Calc edit it first.");
+}
+
 int CalcWorkbook::VisibleSheets() {
   const auto& all = sheets();
   return static_cast<int>(std::count_if(
@@ -380,10 +389,25 @@ void CalcWorkbook::RequireFilePath(const std::string& path) const {
   if (name.empty()) Refuse("\"" + path + "\" is not the path of a file.");
   program_->RequireFreeName(name, this);
   FilterFor(path);
+  // Calc would make the folders on the way.
+  const auto folder = platform::PathFromUtf8(path).parent_path();
+  std::error_code failure;
+  if (!folder.empty() && !std::filesystem::is_directory(folder, failure)) {
+    Refuse("There is no folder for \"" + path + "\".");
+  }
+}
+
+void CalcWorkbook::TakeUpFile() {
+  path_ = ToPath(model_->getURL());
+  name_ = shell::FileNameOf(path_).Whole();
 }
 
 void CalcWorkbook::WriteFile(const std::string& path) {
   RequireFilePath(path);
+  if (path == path_ && readOnlyFile_) {
+    Refuse("\"" + path + "\" was opened for reading only, since another user has it open. Save it under another name.");
+  }
+  if (path == path_) RequireEditable();
   const OUString filter = FilterFor(path);
   {
     const CalcProgram::OwnEdit edit(*program_);
@@ -401,6 +425,7 @@ void CalcWorkbook::WriteFile(const std::string& path) {
   }
   path_ = path;
   name_ = shell::FileNameOf(path).Whole();
+  readOnlyFile_ = false;
   SetSaved(true);
 }
 

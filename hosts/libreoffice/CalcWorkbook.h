@@ -43,6 +43,10 @@ class CalcWorkbook final : public shell::Book {
   std::shared_ptr<CalcWorksheet> activeSheet();
   void ActivateSheet(const std::shared_ptr<CalcWorksheet>& sheet);
   void RequireStructure(std::string_view what) const;
+  // Throws for a book that the user opened for reading only.
+  void RequireEditable() const;
+  // Its file is not ours to write, since another user has it open.
+  void SetReadOnlyFile() { readOnlyFile_ = true; }
   std::string FreeCodeName(std::string stem);
   int VisibleSheets();
   // The sheet in front is gone or hidden, or the user changed it.
@@ -53,6 +57,8 @@ class CalcWorkbook final : public shell::Book {
   std::set<std::string> hiddenNames;  // folded, of the book
   void WriteKeepsakes();
   void RemoveKeepsakes();
+  // The user gave it another file.
+  void TakeUpFile();
 
   // --- formulas
   // --------------------------------------------------------------------------------------------------------- Remembers
@@ -106,6 +112,7 @@ class CalcWorkbook final : public shell::Book {
   std::uint64_t key_;
   std::string name_;
   std::string path_;  // of the file; empty while unsaved
+  bool readOnlyFile_ = false;
   bool isAddin_;
   bool protectStructure_ = false;
   std::vector<std::shared_ptr<CalcWorksheet>> sheets_;

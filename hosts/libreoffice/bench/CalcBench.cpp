@@ -15,8 +15,7 @@ namespace {
 // Calc with one book of a table of nine columns.
 class BookOfSize {
  public:
-  BookOfSize(const Reference<css::uno::XComponentContext>& context, int rows)
-      : rows_(rows), host_(context, desk_, {}) {
+  BookOfSize(const Reference<css::uno::XComponentContext>& context, int rows) : rows_(rows), host_(context, desk_, {}) {
     book_ = host_.application().Workbooks().Add();
     table_ = book_.Worksheets().Item(1);
   }
