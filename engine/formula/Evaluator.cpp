@@ -42,6 +42,13 @@ std::string_view FileNameOf(std::string_view path) {
   return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
+// Whether the name is one that the workbook has and that could not be read.
+bool IsUnread(const Workbook& book, SheetId sheet, std::string_view name) {
+  const std::string folded = platform::FoldCase(name);
+  const Sheet* scope = book.FindSheet(sheet);
+  return (scope != nullptr && scope->names.unread.contains(folded)) || book.names.unread.contains(folded);
+}
+
 }  // namespace
 
 Operand Evaluator::EvaluateFormula(const Expression& expression, const Sheet& sheet, CellPos cell, Mode mode) {
@@ -211,6 +218,7 @@ Operand Evaluator::EvaluateExternal(const Frame& frame, const ExternalReference&
 
 Operand Evaluator::EvaluateName(const Frame& frame, const Workbook& book, SheetId sheet, std::string_view name) {
   const Name* found = book.ResolveName(sheet, name);
+  if (found == nullptr && IsUnread(book, sheet, name)) missedFunction_ = true;
   if (found == nullptr || found->refersTo == nullptr || frame.nameDepth >= kDeepestNames) return ErrorCode::Name;
   const Expression& expression = *found->refersTo;
   if (expression.nodes.empty()) return ErrorCode::Name;

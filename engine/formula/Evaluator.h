@@ -63,7 +63,7 @@ class Evaluator {
   bool usedStale() const { return usedStale_; }
   // Whether the last formula refers to a workbook that is not open.
   bool missedBook() const { return missedBook_; }
-  // Whether the last formula called a function that is not there.
+  // Whether the last formula called a function that is not there, or used a name that could not be read.
   bool missedFunction() const { return missedFunction_; }
   // Whether, since the last ForgetStale, a cell was read whose result was kept instead of worked out.
   bool restsOnKept() const { return restsOnKept_; }

@@ -35,7 +35,7 @@ std::vector<fs::path> RecalculatedByCalc(const std::vector<fs::path>& files, con
   fs::create_directories(profile / "user");
   fs::create_directories(out);
   std::ofstream(profile / "user" / "registrymodifications.xcu") << kSettings;
-  std::string command = "soffice -env:UserInstallation=file://" + profile.string() +
+  std::string command = "timeout 300 soffice -env:UserInstallation=file://" + profile.string() +
                         " --headless --convert-to 'xlsx:Calc MS Excel 2007 XML' --outdir " + out.string();
   for (const fs::path& file : files) command += " " + file.string();
   command += " >" + (folder / "soffice.log").string() + " 2>&1";

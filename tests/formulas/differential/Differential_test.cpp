@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 #include <iostream>
-#include <map>
+#include <stdexcept>
 
 #include "engine/formula/Calculator.h"
 #include "engine/formula/FunctionTable.h"
@@ -58,6 +58,24 @@ void Compare(const ComparedBook& ours, const engine::Workbook& theirs, KnownDiff
     } else {
       tally.unknown.push_back(cell.theCase + "\t" + Described(our) + "\t" + Described(their) + "\t" + cell.where);
     }
+  }
+}
+
+TEST(KnownDifferences, AnEntryAllowsItsCasesAloneAndIsMissedWhenNoneCame) {
+  KnownDifferences known("== ours: why\n<SIN|COS>(*zero)\t#NUM!\tErr:502\n* + error\tnumber\t*\n");
+  const CalcResult refused{Value(engine::ErrorCode::Value), 502};
+  EXPECT_TRUE(known.Allow("{COS(zero)}", Value(engine::ErrorCode::Num), refused));
+  EXPECT_FALSE(known.Allow("COS(one)", Value(engine::ErrorCode::Num), refused));
+  EXPECT_FALSE(known.Allow("COS(zero)", Value(engine::ErrorCode::NA), refused));
+  EXPECT_FALSE(known.Allow("COS(zero)", Value(engine::ErrorCode::Num), {Value(engine::ErrorCode::Value), 0}));
+  ASSERT_EQ(known.Unused().size(), 2u);
+  EXPECT_EQ(known.Unused()[0].pattern, "SIN(*zero)");
+}
+
+TEST(KnownDifferences, BlanketsAndEntriesWithoutAReasonAreRefused) {
+  for (const char* text : {"SIN(*\t1\t2\n", "== why\nSIN(*\t1\t2\n", "== ours: why\nSIN(*\t*\t*\n",
+                           "== ours: why\n*\t1\t2\n", "== ours: why\nSIN(*\t1\n", "== ours: why\nSIN(*\t1\t\n"}) {
+    EXPECT_THROW(KnownDifferences{text}, std::runtime_error) << text;
   }
 }
 
