@@ -1,6 +1,8 @@
 #include "engine/model/ExpressionRewriter.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -30,16 +32,28 @@ std::size_t HashOf(const Reference& reference) {
 
 }  // namespace
 
+bool ReferenceRewriter::HoldsMapped(const Expression& expression) const {
+  const auto externals = mapped_.begin() + std::ssize(expression.references);
+  return std::equal(expression.references.begin(), expression.references.end(), mapped_.begin(), externals) &&
+         std::equal(
+             expression.externals.begin(), expression.externals.end(), externals, mapped_.end(),
+             [](const ExternalReference& external, const Reference& mapped) { return external.reference == mapped; });
+}
+
 ExpressionPtr ReferenceRewriter::WithMapped(const ExpressionPtr& expression) {
   std::size_t hash = reinterpret_cast<std::uintptr_t>(expression.get());
   for (const Reference& reference : mapped_) hash = Mix(hash, HashOf(reference));
   hash ^= hash >> 32;
   const auto [first, last] = rewritten_.equal_range(hash);
   for (auto it = first; it != last; ++it) {
-    if (it->second.from == expression && it->second.to->references == mapped_) return it->second.to;
+    if (it->second.from == expression && HoldsMapped(*it->second.to)) return it->second.to;
   }
   auto copy = std::make_shared<Expression>(*expression);
-  copy->references = mapped_;
+  const auto externals = mapped_.begin() + std::ssize(copy->references);
+  copy->references.assign(mapped_.begin(), externals);
+  for (std::size_t i = 0; i < copy->externals.size(); ++i) {
+    copy->externals[i].reference = externals[static_cast<std::ptrdiff_t>(i)];
+  }
   rewritten_.emplace(hash, Rewritten{expression, copy});
   return copy;
 }

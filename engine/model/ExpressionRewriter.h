@@ -14,27 +14,38 @@ namespace tolvane::engine {
 // back.
 class ReferenceRewriter {
  public:
-  // map(reference) is the new reference.
+  // map(reference) is the new reference. References into other books are asked for as ones to a sheet that is not here:
+  // their relative bounds count from the formula's own place, which may have moved.
   template <class Map>
   ExpressionPtr Rewrite(const ExpressionPtr& expression, Map&& map) {
-    if (expression == nullptr || expression->references.empty()) return expression;
+    if (expression == nullptr || (expression->references.empty() && expression->externals.empty())) return expression;
     mapped_.clear();
     bool changed = false;
     for (const Reference& reference : expression->references) {
       mapped_.push_back(map(reference));
       changed = changed || !(mapped_.back() == reference);
     }
+    for (const ExternalReference& external : expression->externals) {
+      Reference elsewhere = external.reference;
+      elsewhere.sheet = kElsewhere;
+      mapped_.push_back(external.isName ? external.reference : map(elsewhere));
+      mapped_.back().sheet = external.reference.sheet;
+      changed = changed || !(mapped_.back() == external.reference);
+    }
     return changed ? WithMapped(expression) : expression;
   }
 
  private:
+  static constexpr SheetId kElsewhere = UINT32_MAX;
+
   struct Rewritten {
     ExpressionPtr from;  // held, so that its address is not given to another one
     ExpressionPtr to;
   };
   ExpressionPtr WithMapped(const ExpressionPtr& expression);
+  bool HoldsMapped(const Expression& expression) const;
 
-  std::vector<Reference> mapped_;
+  std::vector<Reference> mapped_;  // first the references, then those of the externals
   std::unordered_multimap<std::size_t, Rewritten> rewritten_;
 };
 
