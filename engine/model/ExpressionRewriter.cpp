@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -29,17 +30,32 @@ std::size_t HashOf(const Reference& reference) {
   return hash;
 }
 
-bool DifferInReferencesOnly(const Expression& a, const Expression& b) {
+// All but the references is the same.
+bool SameButReferences(const ExternalReference& a, const ExternalReference& b) {
+  return a.book == b.book && a.sheet == b.sheet && a.isName == b.isName && a.name == b.name;
+}
+
+bool SameButReferences(const Expression& a, const Expression& b) {
   return a.nodes == b.nodes && a.children == b.children && a.root == b.root && a.constants == b.constants &&
-         a.externals == b.externals && a.names == b.names && a.arrays == b.arrays && a.isVolatile == b.isVolatile;
+         a.names == b.names && a.arrays == b.arrays && a.isVolatile == b.isVolatile &&
+         a.references.size() == b.references.size() &&
+         std::equal(a.externals.begin(), a.externals.end(), b.externals.begin(), b.externals.end(),
+                    [](const ExternalReference& x, const ExternalReference& y) { return SameButReferences(x, y); });
 }
 
 }  // namespace
 
+bool ReferenceRewriter::IsMapped(const Expression& known, const Expression& from) const {
+  const auto externals = mapped_.begin() + std::ssize(from.references);
+  return SameButReferences(known, from) &&
+         std::equal(known.references.begin(), known.references.end(), mapped_.begin(), externals) &&
+         std::equal(
+             known.externals.begin(), known.externals.end(), externals, mapped_.end(),
+             [](const ExternalReference& external, const Reference& mapped) { return external.reference == mapped; });
+}
+
 ExpressionPtr ReferenceRewriter::WithMapped(const Expression& expression) {
-  const auto isWanted = [&](const Expression& known) {
-    return known.references == mapped_ && DifferInReferencesOnly(known, expression);
-  };
+  const auto isWanted = [&](const Expression& known) { return IsMapped(known, expression); };
   if (last_ != nullptr && isWanted(*last_)) return last_;
   // Expressions that came of one share its nodes.
   auto hash = reinterpret_cast<std::uintptr_t>(expression.nodes.begin());
@@ -49,7 +65,12 @@ ExpressionPtr ReferenceRewriter::WithMapped(const Expression& expression) {
   Slot& slot = SlotFor(hash, isWanted);
   if (slot.expression == nullptr) {
     auto copy = std::make_shared<Expression>(expression);
-    copy->references = mapped_;
+    const auto externals = mapped_.begin() + std::ssize(copy->references);
+    copy->references.assign(mapped_.begin(), externals);
+    if (!copy->externals.empty()) {
+      std::vector<ExternalReference>& own = copy->externals.Own();
+      for (std::size_t i = 0; i < own.size(); ++i) own[i].reference = externals[static_cast<std::ptrdiff_t>(i)];
+    }
     slot = {hash, std::move(copy)};
     ++count_;
   }

@@ -14,30 +14,42 @@ namespace tolvane::engine {
 // back.
 class ReferenceRewriter {
  public:
-  // map(reference) is the new reference.
+  // map(reference) is the new reference. References into other books are asked for as ones to a sheet that is not here:
+  // their relative bounds count from the formula's own place, which may have moved.
   template <class Map>
   ExpressionPtr Rewrite(const ExpressionPtr& expression, Map&& map) {
-    if (expression == nullptr || expression->references.empty()) return expression;
+    if (expression == nullptr || (expression->references.empty() && expression->externals.empty())) return expression;
     mapped_.clear();
     bool changed = false;
     for (const Reference& reference : expression->references) {
       mapped_.push_back(map(reference));
       changed = changed || !(mapped_.back() == reference);
     }
+    for (const ExternalReference& external : expression->externals) {
+      Reference elsewhere = external.reference;
+      elsewhere.sheet = kElsewhere;
+      mapped_.push_back(external.isName ? external.reference : map(elsewhere));
+      mapped_.back().sheet = external.reference.sheet;
+      changed = changed || !(mapped_.back() == external.reference);
+    }
     return changed ? WithMapped(*expression) : expression;
   }
 
  private:
+  static constexpr SheetId kElsewhere = UINT32_MAX;
+
   struct Slot {
     std::size_t hash = 0;
     ExpressionPtr expression;  // null: free
   };
   ExpressionPtr WithMapped(const Expression& expression);
+  // Whether an expression is this one with the mapped references.
+  bool IsMapped(const Expression& known, const Expression& from) const;
   template <class IsWanted>
   Slot& SlotFor(std::size_t hash, IsWanted&& isWanted);
   void Grow();
 
-  std::vector<Reference> mapped_;
+  std::vector<Reference> mapped_;  // first the references, then those of the externals
   // A hash table with open slots: a change of structure fills it with as many expressions as there are runs of rows.
   std::vector<Slot> rewritten_;
   std::size_t count_ = 0;

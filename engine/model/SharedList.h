@@ -27,6 +27,7 @@ class SharedList {
 
   std::size_t size() const { return rep_ == nullptr ? 0 : rep_->items.size(); }
   bool empty() const { return size() == 0; }
+  std::size_t capacity() const { return rep_ == nullptr ? 0 : rep_->items.capacity(); }
   const T& operator[](std::size_t at) const { return rep_->items[at]; }
   const T* begin() const { return rep_ == nullptr ? nullptr : rep_->items.data(); }
   const T* end() const { return begin() + size(); }

@@ -26,6 +26,7 @@ std::unique_ptr<Workbook> Workbook::Clone() const {
   for (const auto& sheet : sheets_) {
     copy->sheets_.push_back(std::make_unique<Sheet>(*sheet));
     copy->sheets_.back()->book_ = copy.get();
+    copy->sheetByName_.emplace(platform::FoldCase(sheet->name()), copy->sheets_.back().get());
   }
   return copy;
 }
@@ -45,11 +46,8 @@ Sheet* Workbook::FindSheet(SheetId id) {
 }
 
 const Sheet* Workbook::FindSheet(std::string_view name) const {
-  const std::string folded = platform::FoldCase(name);
-  for (const auto& sheet : sheets_) {
-    if (platform::FoldCase(sheet->name()) == folded) return sheet.get();
-  }
-  return nullptr;
+  const auto found = sheetByName_.find(platform::FoldCase(name));
+  return found == sheetByName_.end() ? nullptr : found->second;
 }
 
 Sheet* Workbook::FindSheet(std::string_view name) {
@@ -87,6 +85,7 @@ Sheet& Workbook::PlaceSheet(std::string name, std::size_t position) {
   auto sheet = std::make_unique<Sheet>(*this, nextSheetId_, std::move(name));
   sheet->codeName = FreeCodeName(*this);
   ++nextSheetId_;
+  sheetByName_.emplace(platform::FoldCase(sheet->name()), sheet.get());
   return **sheets_.insert(sheets_.begin() + static_cast<std::ptrdiff_t>(position), std::move(sheet));
 }
 
@@ -99,6 +98,8 @@ Sheet& Workbook::AddSheet(std::string name, std::size_t position) {
 void Workbook::RenameSheet(SheetId id, std::string name) {
   Sheet& sheet = RequireSheet(id);
   RequireFreeName(name, id);
+  sheetByName_.erase(platform::FoldCase(sheet.name()));
+  sheetByName_.emplace(platform::FoldCase(name), &sheet);
   sheet.name_ = std::move(name);
   TellStructureChanged();
 }
@@ -121,6 +122,7 @@ void Workbook::DeleteSheet(SheetId id) {
   const std::size_t position = PositionOf(id);
   if (sheets_.size() == 1) throw std::invalid_argument("A workbook's only sheet can't be deleted");
   const SheetOrder before = OrderOf(*this);
+  sheetByName_.erase(platform::FoldCase(sheets_[position]->name()));
   sheets_.erase(sheets_.begin() + static_cast<std::ptrdiff_t>(position));
   FollowSheetDeletion(*this, id, before);
   TellStructureChanged();

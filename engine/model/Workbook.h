@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "engine/model/Changes.h"
@@ -105,6 +106,7 @@ class Workbook {
   Sheet& PlaceSheet(std::string name, std::size_t position);
 
   std::vector<std::unique_ptr<Sheet>> sheets_;
+  std::unordered_map<std::string, Sheet*> sheetByName_;  // by folded name: formulas ask for sheets by the thousand
   SheetId nextSheetId_ = 1;
   std::vector<ChangeListener*> listeners_;
 };

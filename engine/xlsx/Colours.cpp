@@ -88,8 +88,8 @@ std::uint32_t WithTint(std::uint32_t rgb, double tint) {
 
 Colours::Colours() : theme_(kOfficeTheme), palette_(kPalette.begin(), kPalette.end()) {}
 
-void Colours::ReadTheme(std::string_view xml) {
-  const auto document = ParseDom(xml, "theme");
+void Colours::ReadTheme(std::string_view xml, Budget& budget) {
+  const auto document = ParseDom(xml, "theme", budget);
   const pugi::xml_node scheme = ChildOf(ChildOf(document->document_element(), "themeElements"), "clrScheme");
   for (std::size_t i = 0; i < kThemeNames.size(); ++i) {
     const pugi::xml_node colour = ChildOf(scheme, kThemeNames[i]);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/model/Format.h"
+#include "engine/xlsx/Limits.h"
 
 namespace tolvane::engine::xlsx {
 
@@ -16,7 +17,8 @@ namespace tolvane::engine::xlsx {
 class Colours {
  public:
   Colours();
-  void ReadTheme(std::string_view xml);                   // a theme that cannot be read leaves the usual colours
+  // A theme that cannot be read leaves the usual colours. Throws XlsxError.
+  void ReadTheme(std::string_view xml, Budget& budget);
   void ReadPalette(const pugi::xml_node& colorsElement);  // <colors> of the styles part
 
   // What a colour element says (rgb, theme with tint, indexed, auto); none for the automatic colour.

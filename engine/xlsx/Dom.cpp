@@ -1,9 +1,27 @@
 #include "engine/xlsx/Dom.h"
 
+#include <algorithm>
+
 #include "engine/xlsx/XmlReader.h"
 #include "engine/xlsx/XmlText.h"
 
 namespace tolvane::engine::xlsx {
+
+namespace {
+
+// What a tree takes at most: a copy of its text, a node for each tag that is no end and each text, and a record for
+// each attribute.
+std::uint64_t TreeCost(std::string_view xml) {
+  constexpr std::uint64_t node = 64, attribute = 40;
+  std::uint64_t cost = xml.size();
+  for (std::size_t at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1)) {
+    if (at + 1 < xml.size() && xml[at + 1] != '/') cost += node;
+    if (at > 0 && xml[at - 1] != '>') cost += node;
+  }
+  return cost + attribute * static_cast<std::uint64_t>(std::count(xml.begin(), xml.end(), '='));
+}
+
+}  // namespace
 
 std::unique_ptr<pugi::xml_document> ParseDom(std::string_view xml, const std::string& partName) {
   // Our own reader first: it knows limits, and refuses what the tree's parser lets pass.
@@ -11,11 +29,16 @@ std::unique_ptr<pugi::xml_document> ParseDom(std::string_view xml, const std::st
   while (reader.Next() != XmlReader::Event::Eof) {
   }
   auto document = std::make_unique<pugi::xml_document>();
-  constexpr unsigned kKeepAll =
-      pugi::parse_default | pugi::parse_pi | pugi::parse_comments | pugi::parse_declaration | pugi::parse_ws_pcdata;
+  // The declaration goes: what is printed has one of its own.
+  constexpr unsigned kKeepAll = pugi::parse_default | pugi::parse_pi | pugi::parse_comments | pugi::parse_ws_pcdata;
   const auto result = document->load_buffer(xml.data(), xml.size(), kKeepAll, pugi::encoding_utf8);
   if (!result) throw XlsxError("The part " + partName + " of the file cannot be read: " + result.description());
   return document;
+}
+
+std::unique_ptr<pugi::xml_document> ParseDom(std::string_view xml, const std::string& partName, Budget& budget) {
+  budget.Spend(TreeCost(xml));
+  return ParseDom(xml, partName);
 }
 
 std::string PrintDom(const pugi::xml_node& node) {

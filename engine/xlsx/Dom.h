@@ -6,12 +6,16 @@
 #include <string>
 #include <string_view>
 
+#include "engine/xlsx/Limits.h"
+
 namespace tolvane::engine::xlsx {
 
 // Small parts as trees, so that what is not understood in them stays. Elements are found by their names without prefix.
 
 // Throws XlsxError for text that is not well-formed or nested too deeply.
 std::unique_ptr<pugi::xml_document> ParseDom(std::string_view xml, const std::string& partName);
+// The same for what a file tells: what the tree takes is spent first.
+std::unique_ptr<pugi::xml_document> ParseDom(std::string_view xml, const std::string& partName, Budget& budget);
 std::string PrintDom(const pugi::xml_node& node);
 
 std::string_view LocalName(const pugi::xml_node& node);

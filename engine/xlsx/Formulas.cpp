@@ -80,6 +80,21 @@ std::string ShiftFileFormula(std::string_view text, CellPos from, CellPos to) {
   return shifted;
 }
 
+std::uint64_t CostOf(const ExpressionPtr& formula) {
+  if (formula == nullptr) return 0;
+  constexpr std::size_t allocation = 16;
+  const auto list = [](const auto& items) {
+    constexpr std::size_t counted = 32;  // what a shared list has in front of its elements
+    return items.empty() ? 0 : items.capacity() * sizeof(items[0]) + counted + 2 * allocation;
+  };
+  std::uint64_t cost = sizeof(Expression) + 2 * allocation;
+  cost += list(formula->nodes) + list(formula->children) + list(formula->constants) + list(formula->references) +
+          list(formula->externals) + list(formula->names) + list(formula->arrays);
+  for (const Value& constant : formula->constants) cost += constant.isText() ? constant.text().view().size() : 0;
+  for (const ArrayConstant& array : formula->arrays) cost += list(array.values);
+  return cost;
+}
+
 ExpressionPtr ConstantFormula(Value value) {
   auto formula = std::make_shared<Expression>();
   formula->constants.push_back(std::move(value));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ std::string PrintFileFormula(const Expression& formula, const FormulaHome& home,
 // A formula that the grammar does not know, as it is when it moves from one cell to another: its relative references
 // count from there.
 std::string ShiftFileFormula(std::string_view text, CellPos from, CellPos to);
+
+// Bytes that a formula takes, as a budget counts them; 0 for none.
+std::uint64_t CostOf(const ExpressionPtr& formula);
 
 // A formula that stands for a value: what a cell calculates whose formula the grammar does not know.
 ExpressionPtr ConstantFormula(Value value);

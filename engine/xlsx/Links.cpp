@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "engine/xlsx/PartNames.h"
 #include "engine/xlsx/XmlNames.h"
 #include "engine/xlsx/XmlReader.h"
 #include "engine/xlsx/XmlText.h"
@@ -15,29 +16,11 @@ namespace {
 constexpr std::string_view kLinksSpace = "http://schemas.openxmlformats.org/package/2006/relationships";
 constexpr std::string_view kTypesSpace = "http://schemas.openxmlformats.org/package/2006/content-types";
 
+constexpr std::size_t kIdCost = 80;  // of an id among those that are known
+
 std::string_view FolderOf(std::string_view part) {
   const std::size_t slash = part.rfind('/');
   return slash == std::string_view::npos ? std::string_view() : part.substr(0, slash + 1);
-}
-
-int HexValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  const char lower = static_cast<char>(c | 0x20);
-  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
-// Part names are URIs: "%20" is a space.
-std::string WithoutPercent(std::string_view text) {
-  std::string plain;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '%' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 && HexValue(text[i + 2]) >= 0) {
-      plain.push_back(static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2])));
-      i += 2;
-    } else {
-      plain.push_back(text[i]);
-    }
-  }
-  return plain;
 }
 
 std::string WithSlash(std::string_view part) {
@@ -86,7 +69,7 @@ std::string TargetFrom(std::string_view source, std::string_view part) {
   return part.starts_with(folder) ? std::string(part.substr(folder.size())) : WithSlash(part);
 }
 
-std::vector<Link> ReadLinks(std::string_view xml, std::string_view source) {
+std::vector<Link> ReadLinks(std::string_view xml, std::string_view source, Budget& budget) {
   std::vector<Link> links;
   XmlReader reader(xml, LinksPathOf(source));
   std::set<std::string> ids;
@@ -98,6 +81,8 @@ std::vector<Link> ReadLinks(std::string_view xml, std::string_view source) {
     link.target = reader.Decoded("Target");
     link.external = reader.Decoded("TargetMode") == "External";
     if (!link.external) link.path = ResolveTarget(source, link.target);
+    // The list grows by doubling; the set has the id once more.
+    budget.Spend(2 * sizeof(Link) + kIdCost + 2 * link.id.size() + link.type.size() + 2 * link.target.size());
     if (!ids.insert(link.id).second) reader.Fail("has two links with the id " + link.id);
     links.push_back(std::move(link));
   }
@@ -140,7 +125,7 @@ std::string FreeLinkId(const std::vector<Link>& links) {
 // --- content types ---------------------------------------------------------------------------------------------------
 
 std::string ContentTypes::TypeOf(std::string_view part) const {
-  const std::string path = WithSlash(part);
+  const std::string path = WithSlash(WithoutPercent(part));
   for (const Entry& entry : overrides) {
     if (SamePart(entry.of, path)) return entry.type;
   }
@@ -155,19 +140,20 @@ std::string ContentTypes::TypeOf(std::string_view part) const {
 void ContentTypes::Set(std::string_view part, std::string_view type) {
   if (TypeOf(part) == type) return;
   Remove(part);
-  overrides.push_back({WithSlash(part), std::string(type)});
+  overrides.push_back({WithSlash(WithoutPercent(part)), std::string(type)});
 }
 
 void ContentTypes::Remove(std::string_view part) {
-  const std::string path = WithSlash(part);
+  const std::string path = WithSlash(WithoutPercent(part));
   std::erase_if(overrides, [&](const Entry& entry) { return SamePart(entry.of, path); });
 }
 
-ContentTypes ReadContentTypes(std::string_view xml) {
+ContentTypes ReadContentTypes(std::string_view xml, Budget& budget) {
   ContentTypes types;
   XmlReader reader(xml, "[Content_Types].xml");
   for (auto event = reader.Next(); event != XmlReader::Event::Eof; event = reader.Next()) {
     if (event != XmlReader::Event::Start) continue;
+    budget.Spend(2 * sizeof(ContentTypes::Entry));
     if (reader.local() == "Default")
       types.defaults.push_back({reader.Decoded("Extension"), reader.Decoded("ContentType")});
     if (reader.local() == "Override") {
@@ -188,7 +174,7 @@ std::string WriteContentTypes(const ContentTypes& types) {
   }
   for (const ContentTypes::Entry& entry : types.overrides) {
     xml += "<Override";
-    AppendAttribute(xml, "PartName", entry.of);
+    AppendAttribute(xml, "PartName", WithPercent(entry.of));
     AppendAttribute(xml, "ContentType", entry.type);
     xml += "/>";
   }

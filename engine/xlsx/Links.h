@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/xlsx/Limits.h"
+
 namespace tolvane::engine::xlsx {
 
 // How one part of a file points at another, or at something outside.
@@ -25,7 +27,7 @@ std::string ResolveTarget(std::string_view source, std::string_view target);
 // The target by which `source` points at a part.
 std::string TargetFrom(std::string_view source, std::string_view part);
 
-std::vector<Link> ReadLinks(std::string_view xml, std::string_view source);
+std::vector<Link> ReadLinks(std::string_view xml, std::string_view source, Budget& budget);
 std::string WriteLinks(const std::vector<Link>& links);
 
 const Link* FindLink(const std::vector<Link>& links, std::string_view id);
@@ -46,7 +48,7 @@ struct ContentTypes {
   void Set(std::string_view part, std::string_view type);
   void Remove(std::string_view part);
 };
-ContentTypes ReadContentTypes(std::string_view xml);
+ContentTypes ReadContentTypes(std::string_view xml, Budget& budget);
 std::string WriteContentTypes(const ContentTypes& types);
 
 }  // namespace tolvane::engine::xlsx

@@ -33,7 +33,7 @@ std::set<std::string> WithPartsOf(const std::set<std::string>& parts, const ZipA
   const auto readLinks = [&](const std::string& source) {
     const ZipEntry* entry = archive.Find(LinksPathOf(source));
     if (entry == nullptr) return;
-    for (const Link& link : ReadLinks(archive.Read(*entry, budget), source)) {
+    for (const Link& link : ReadLinks(archive.Read(*entry, budget), source, budget)) {
       const ZipEntry* target = link.external ? nullptr : archive.Find(link.path);
       if (target == nullptr) continue;
       targets[source].push_back(target->name);

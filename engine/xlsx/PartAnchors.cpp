@@ -125,11 +125,14 @@ void ReadPartAnchors(SheetReading& reading) {
     if (entry == nullptr) continue;
     std::unique_ptr<pugi::xml_document> document;
     try {
-      document = ParseDom(reading.data.archive.Read(*entry, reading.budget), link.path);
+      document = ParseDom(reading.data.archive.Read(*entry, reading.budget), link.path, reading.budget);
+    } catch (const OverBudget&) {
+      throw;
     } catch (const XlsxError&) {
       continue;  // boxes of comments need not even be XML; what cannot be read is kept as it is
     }
     std::size_t index = 0;
+    reading.budget.ReadingPart(link.path);
     for (const pugi::xml_node& element : ElementsOf(document->document_element(), kind)) {
       KeptItem item;
       item.kind = KeptItem::Kind::PartElement;

@@ -30,7 +30,7 @@ class BookReader {
     FindWorkbookPart();
     auto book = std::make_unique<Workbook>();
     std::vector<Facts> facts;
-    ReadWorkbookPart(ReadPart(data_->workbookPath), *book, *data_, facts);
+    ReadWorkbookPart(ReadPart(data_->workbookPath), *book, *data_, facts, budget_);
     ReadColoursAndStyles(*book);
     ReadStrings();
     for (SheetRecord& record : data_->sheets) ReadOneSheet(*book, record);
@@ -52,11 +52,11 @@ class BookReader {
 
   std::vector<Link> LinksOf(const std::string& part) {
     const ZipEntry* entry = data_->archive.Find(LinksPathOf(part));
-    return entry == nullptr ? std::vector<Link>() : ReadLinks(data_->archive.Read(*entry, budget_), part);
+    return entry == nullptr ? std::vector<Link>() : ReadLinks(data_->archive.Read(*entry, budget_), part, budget_);
   }
 
   void FindWorkbookPart() {
-    data_->types = ReadContentTypes(ReadPart("[Content_Types].xml"));
+    data_->types = ReadContentTypes(ReadPart("[Content_Types].xml"), budget_);
     data_->links = LinksOf("");
     const Link* link = FindLinkOfKind(data_->links, "officeDocument");
     if (link == nullptr || link->external) throw XlsxError("The file is no workbook: nothing in it says where one is");
@@ -82,7 +82,9 @@ class BookReader {
   void ReadColoursAndStyles(Workbook& book) {
     if (const ZipEntry* theme = LinkedPart("theme")) {
       try {
-        data_->colours.ReadTheme(data_->archive.Read(*theme, budget_));
+        data_->colours.ReadTheme(data_->archive.Read(*theme, budget_), budget_);
+      } catch (const OverBudget&) {
+        throw;
       } catch (const XlsxError&) {
         // Its colours are then the usual ones; the part itself is kept.
       }
@@ -91,8 +93,7 @@ class BookReader {
     if (styles == nullptr) return;
     data_->stylesPath = styles->name;
     const std::string xml = data_->archive.Read(*styles, budget_);
-    budget_.Spend(4 * xml.size());
-    ReadStyles(xml, book.formats, *data_);
+    ReadStyles(xml, book.formats, *data_, budget_);
   }
 
   void ReadStrings() {
@@ -100,7 +101,8 @@ class BookReader {
     if (entry == nullptr) return;
     data_->stringsPath = entry->name;
     ZipEntryStream stream(data_->archive, *entry, budget_);
-    ReadSharedStrings(stream, data_->stringsPath, budget_, *data_);
+    XmlReader reader(stream, data_->stringsPath);
+    ReadSharedStrings(reader, budget_, *data_);
   }
 
   void ReadOneSheet(Workbook& book, SheetRecord& record) {
@@ -108,7 +110,8 @@ class BookReader {
     if (record.id == kOwnSheet) return;
     SheetReading reading{book, *book.FindSheet(record.id), *data_, record, budget_};
     ZipEntryStream stream(data_->archive, *data_->archive.Find(record.path), budget_);
-    ReadSheet(stream, reading);
+    XmlReader reader(stream, record.path);
+    ReadSheet(reader, reading);
     ReadPartAnchors(reading);
   }
 

@@ -40,8 +40,7 @@ std::string ReadStringItem(XmlReader& reader, bool& isPlain) {
   }
 }
 
-void ReadSharedStrings(ZipEntryStream& stream, const std::string& partName, Budget& budget, PackageData& data) {
-  XmlReader reader(stream, partName);
+void ReadSharedStrings(XmlReader& reader, Budget& budget, PackageData& data) {
   if (reader.Next() != XmlReader::Event::Start || !reader.IsMain("sst")) reader.Fail("does not hold shared texts");
   std::string xml;  // of an item
   for (const XmlReader::Attribute& attribute : reader.attributes()) {

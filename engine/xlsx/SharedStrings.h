@@ -16,7 +16,7 @@ namespace tolvane::engine::xlsx {
 std::string ReadStringItem(XmlReader& reader, bool& isPlain);
 
 // The part of shared texts. `richXml`, `strings` of the package are filled.
-void ReadSharedStrings(ZipEntryStream& stream, const std::string& partName, Budget& budget, PackageData& data);
+void ReadSharedStrings(XmlReader& reader, Budget& budget, PackageData& data);
 
 // Gives the texts of cells their numbers. A text that came out of the file is known by its bytes in memory, so that a
 // cell which nobody touched keeps its runs, wherever it went.

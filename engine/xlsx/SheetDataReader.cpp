@@ -17,7 +17,8 @@ namespace {
 constexpr double kDaysTo1904 = 1462;
 // An array formula fills cells one by one.
 constexpr std::int64_t kMostArrayCells = 1'000'000;
-constexpr std::size_t kFormulaCost = 200;
+constexpr std::size_t kFormulaCost = sizeof(FormulaCell) + 40;
+constexpr std::size_t kSharedCost = 200;
 
 // "2010-03-15", "2010-03-15T12:30:00.5Z", "12:30:00" as a serial number.
 std::optional<double> SerialOfIso(std::string_view text, bool date1904) {
@@ -138,6 +139,7 @@ class SheetDataReader {
     if (!bands_.empty() && bands_.back().last + 1 == row_ && bands_.back().band == band) {
       bands_.back().last = row_;
     } else {
+      reading_.budget.Spend(4 * sizeof(BandTable::Stretch));
       bands_.push_back({row_, row_, band});
     }
   }
@@ -311,28 +313,34 @@ class SheetDataReader {
   }
 
   ExpressionPtr Parse(CellPos at, const std::string& text) {
-    reading_.budget.Spend(kFormulaCost + 4 * text.size());
     ExpressionPtr formula = ParseFileFormula(text, {reading_.sheet.id(), at}, reading_.book);
     if (formula == nullptr) return nullptr;
     // A column of equal formulas shares one tree.
     const auto column = static_cast<std::size_t>(at.column);
     if (above_.size() <= column) above_.resize(column + 1);
     if (above_[column] != nullptr && *above_[column] == *formula) return above_[column];
+    reading_.budget.Spend(CostOf(formula));
     return above_[column] = formula;
   }
 
   void StoreFormula(CellPos at, const FormulaTag& tag, const Value& value, bool hasValue) {
+    reading_.budget.Spend(kFormulaCost);
     if (tag.type == "dataTable") {
+      reading_.budget.Spend(kSharedCost + tag.xml.size());
       cells_.SetFormula(at, {ConstantFormula(value), std::nullopt, false, Text(tag.xml)});
       return;
     }
     ExpressionPtr formula;
     std::string text = tag.text;
     if (tag.type == "shared" && tag.shared) {
-      Shared& shared = shared_[*tag.shared];
-      if (!text.empty()) shared = {Parse(at, text), text, at};
-      formula = shared.formula;
-      if (text.empty()) text = ShiftFileFormula(shared.text, shared.at, at);
+      if (!text.empty()) {
+        reading_.budget.Spend(kSharedCost + text.size());
+        shared_[*tag.shared] = {Parse(at, text), text, at};
+      }
+      const auto shared = shared_.find(*tag.shared);
+      if (shared == shared_.end()) return;  // the value alone counts
+      formula = shared->second.formula;
+      if (formula == nullptr && text.empty()) text = ShiftFileFormula(shared->second.text, shared->second.at, at);
     } else if (!text.empty()) {
       formula = Parse(at, text);
     }
@@ -340,6 +348,7 @@ class SheetDataReader {
     const bool dirty = !hasValue;
     if (formula == nullptr) {
       // One that cannot be read stays what it is, and what it gave last.
+      reading_.budget.Spend(kSharedCost + text.size());
       cells_.SetFormula(at, {ConstantFormula(value), std::nullopt, false, Text("=" + text)});
       return;
     }

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 #include "engine/xlsx/Dom.h"
@@ -81,7 +82,9 @@ void ReadProtection(const pugi::xml_node& element, SheetReading& reading) {
 void ReadMerges(const pugi::xml_node& element, SheetReading& reading) {
   ForEachChild(element, "mergeCell", [&](const pugi::xml_node& merge) {
     const auto area = RectOf(AttributeOf(merge, "ref"));
-    if (area && !area->isCell()) reading.sheet.merges.push_back(*area);
+    if (!area || area->isCell()) return;
+    reading.budget.Spend(2 * sizeof(Rect));
+    reading.sheet.merges.push_back(*area);
   });
 }
 
@@ -100,6 +103,7 @@ void ReadFilter(const pugi::xml_node& element, SheetReading& reading) {
       criteria.join = FilterCriteria::Join::Values;
       ForEachChild(values, "filter", [&](const pugi::xml_node& value) {
         criteria.values.push_back(WithoutEscapes(AttributeOf(value, "val")));
+        reading.budget.Spend(2 * sizeof(std::string) + criteria.values.back().size());
       });
       if (FlagOf(values, "blank", false)) criteria.values.emplace_back();
       filter.criteria.push_back(std::move(criteria));
@@ -125,6 +129,8 @@ void ReadFilter(const pugi::xml_node& element, SheetReading& reading) {
 }
 
 void ReadHyperlinks(const pugi::xml_node& element, SheetReading& reading) {
+  std::unordered_map<std::string_view, const Link*> targets;
+  for (const Link& link : reading.record.links) targets.emplace(link.id, &link);
   ForEachChild(element, "hyperlink", [&](const pugi::xml_node& link) {
     const auto range = RectOf(AttributeOf(link, "ref"));
     if (!range) return;
@@ -133,13 +139,15 @@ void ReadHyperlinks(const pugi::xml_node& element, SheetReading& reading) {
     result.subAddress = WithoutEscapes(AttributeOf(link, "location"));
     result.screenTip = WithoutEscapes(AttributeOf(link, "tooltip"));
     if (const std::string id = LinkIdOf(link); !id.empty()) {
-      const Link* target = FindLink(reading.record.links, id);
-      if (target == nullptr) {
+      const auto target = targets.find(id);
+      if (target == targets.end()) {
         throw XlsxError("The part " + reading.record.path + " of the file has a hyperlink whose target " + id +
                         " is not there");
       }
-      result.address = target->target;
+      result.address = target->second->target;
     }
+    reading.budget.Spend(2 * sizeof(Hyperlink) + result.address.size() + result.subAddress.size() +
+                         result.screenTip.size());
     reading.sheet.hyperlinks.push_back(std::move(result));
   });
 }
@@ -178,10 +186,13 @@ void ReadValidations(std::size_t piece, const pugi::xml_node& list, SheetReading
     rule.errorMessage = WithoutEscapes(AttributeOf(element, "error"));
     const FormulaHome home{reading.sheet.id(), rule.ranges.front().topLeft()};
     bool isKnown = true;
+    reading.budget.Spend(2 * sizeof(Validation) + 2 * sizeof(Rect) * rule.ranges.size() + rule.inputMessage.size() +
+                         rule.errorMessage.size());
     const auto read = [&](std::string_view local, ExpressionPtr& formula) {
       const std::string text = WithoutEscapes(ChildOf(element, local).text().get());
       if (text.empty()) return;
       formula = ParseFileFormula(text, home, reading.book);
+      reading.budget.Spend(CostOf(formula));
       isKnown = isKnown && formula != nullptr;
     };
     read("formula1", rule.formula1);
@@ -212,6 +223,7 @@ void ReadConditionalFormat(std::size_t piece, const pugi::xml_node& element, She
     ForEachChild(rule, "formula", [&](const pugi::xml_node& formula) {
       if (ExpressionPtr parsed = ParseFileFormula(WithoutEscapes(formula.text().get()), home, reading.book)) {
         item.formulas.push_back({at, PrintFileFormula(*parsed, home, reading.book)});
+        reading.budget.Spend(CostOf(parsed) + 2 * (sizeof(KeptItem::Formula) + item.formulas.back().printed.size()));
         formulas.push_back(std::move(parsed));
       }
       ++at;
@@ -223,7 +235,7 @@ void ReadConditionalFormat(std::size_t piece, const pugi::xml_node& element, She
 }  // namespace
 
 void ReadColumns(const std::string& xml, SheetReading& reading) {
-  const auto document = ParseDom(xml, reading.record.path);
+  const auto document = ParseDom(xml, reading.record.path, reading.budget);
   int end = 0;
   ForEachChild(document->document_element(), "col", [&](const pugi::xml_node& column) {
     const int first = WholeOf(column, "min", 0, 1, kMaxColumn);
@@ -262,7 +274,7 @@ void ReadColumns(const std::string& xml, SheetReading& reading) {
 
 void ReadPieceBeforeCells(const Piece& piece, SheetReading& reading) {
   if (piece.name != "sheetPr" && piece.name != "sheetViews" && piece.name != "sheetFormatPr") return;
-  const auto document = ParseDom(piece.xml, reading.record.path);
+  const auto document = ParseDom(piece.xml, reading.record.path, reading.budget);
   const pugi::xml_node element = document->document_element();
   if (piece.name == "sheetPr") ReadProperties(element, reading);
   if (piece.name == "sheetViews") reading.sheet.view = ReadView(element);
@@ -275,7 +287,7 @@ void ReadPieceAfterCells(std::size_t number, SheetReading& reading) {
                                                      "hyperlinks",      "dataValidations", "conditionalFormatting",
                                                      "protectedRanges", "ignoredErrors"};
   if (std::find(known.begin(), known.end(), piece.name) == known.end()) return;
-  const auto document = ParseDom(piece.xml, reading.record.path);
+  const auto document = ParseDom(piece.xml, reading.record.path, reading.budget);
   const pugi::xml_node element = document->document_element();
   if (piece.name == "sheetProtection") ReadProtection(element, reading);
   if (piece.name == "mergeCells") ReadMerges(element, reading);

@@ -34,8 +34,7 @@ void SheetReading::Attach(KeptItem item, Attachment::Hold hold, std::vector<Expr
   sheet.attachments.push_back(std::move(attachment));
 }
 
-void ReadSheet(ZipEntryStream& stream, SheetReading reading) {
-  XmlReader reader(stream, reading.record.path);
+void ReadSheet(XmlReader& reader, SheetReading reading) {
   if (reader.Next() != XmlReader::Event::Start || !reader.IsMain("worksheet")) reader.Fail("does not hold a worksheet");
   reading.record.rootTag = reader.rootTag();
   std::vector<Piece>& pieces = reading.record.pieces;

@@ -25,7 +25,7 @@ struct SheetReading {
 };
 
 // Reads the part of a worksheet: its cells as they pass, its other elements as pieces.
-void ReadSheet(ZipEntryStream& stream, SheetReading reading);
+void ReadSheet(XmlReader& reader, SheetReading reading);
 
 // The rows and cells; the reader stands at the Start of sheetData.
 void ReadSheetData(XmlReader& reader, SheetReading& reading);

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "engine/model/Workbook.h"
@@ -15,7 +16,7 @@
 namespace tolvane::engine::xlsx {
 
 // Reads the styles part into a workbook's formats, and into the package which record became which.
-void ReadStyles(std::string_view xml, FormatTable& formats, PackageData& data);
+void ReadStyles(std::string_view xml, FormatTable& formats, PackageData& data, Budget& budget);
 
 // Writes the styles part. Records that are there keep their numbers, since cells of sheets that are not written again
 // use them; what changed is changed in place, what is new is added behind.
@@ -49,6 +50,7 @@ class StylesWriter {
   std::unique_ptr<pugi::xml_document> document_;
   std::unique_ptr<Collection> fonts_, fills_, borders_, styleXfs_, xfs_;
   std::unordered_map<std::string, int> numberFormats_;
+  std::unordered_set<int> takenNumberFormats_;
   std::vector<int> xfOfFormat_;  // -1: not asked yet
   std::vector<int> styleXfOf_;   // by StyleId; -1: not written yet
   int nextNumberFormat_ = 0;

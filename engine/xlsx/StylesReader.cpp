@@ -45,11 +45,17 @@ bool SameGroup(FormatGroup group, const Format& a, const Format& b) {
 
 class StylesReader {
  public:
-  StylesReader(const pugi::xml_node& root, FormatTable& formats, PackageData& data)
-      : root_(root), partName_(data.stylesPath), colours_(data.colours), formats_(formats), data_(data) {}
+  StylesReader(const pugi::xml_node& root, FormatTable& formats, PackageData& data, Budget& budget)
+      : root_(root),
+        partName_(data.stylesPath),
+        colours_(data.colours),
+        formats_(formats),
+        data_(data),
+        budget_(budget) {}
 
   void Read() {
     ForEachChild(ChildOf(root_, "numFmts"), "numFmt", [&](const pugi::xml_node& format) {
+      RequireFew(numberFormats_.size(), "numFmts");
       numberFormats_[WholeOf(format, "numFmtId", -1, 0, 1 << 30)] = WithoutEscapes(AttributeOf(format, "formatCode"));
     });
     ReadAll("fonts", "font", fonts_, ReadFont);
@@ -96,6 +102,8 @@ class StylesReader {
     format.border = GroupOf(xf, "borderId", borders_);
     format.alignment = ReadAlignment(xf);
     format.protection = ReadProtection(xf);
+    // Each record holds its texts anew, in the workbook and beside it.
+    budget_.Spend(3 * (sizeof(CellFormat) + format.numberFormat.size() + format.font.name.size()));
     return format;
   }
 
@@ -159,6 +167,7 @@ class StylesReader {
   const Colours& colours_;
   FormatTable& formats_;
   PackageData& data_;
+  Budget& budget_;
   std::unordered_map<int, std::string> numberFormats_;
   std::vector<Font> fonts_;
   std::vector<Fill> fills_;
@@ -168,13 +177,13 @@ class StylesReader {
 
 }  // namespace
 
-void ReadStyles(std::string_view xml, FormatTable& formats, PackageData& data) {
+void ReadStyles(std::string_view xml, FormatTable& formats, PackageData& data, Budget& budget) {
   const std::string& partName = data.stylesPath;
-  const auto document = ParseDom(xml, partName);
+  const auto document = ParseDom(xml, partName, budget);
   const pugi::xml_node root = document->document_element();
   if (LocalName(root) != "styleSheet") throw XlsxError("The part " + partName + " of the file does not hold styles");
   data.colours.ReadPalette(ChildOf(root, "colors"));
-  StylesReader(root, formats, data).Read();
+  StylesReader(root, formats, data, budget).Read();
 }
 
 }  // namespace tolvane::engine::xlsx

@@ -24,17 +24,17 @@ void SetId(pugi::xml_node xf, const char* name, int id) {
 
 }  // namespace
 
-// One list of the part. Its new elements are found again by their XML.
+// One list of the part, of elements of one name: others in it have no number. New elements are found again by their
+// XML.
 struct StylesWriter::Collection {
   pugi::xml_node list;
   std::vector<pugi::xml_node> elements;
   std::unordered_map<std::string, int> added;
 
-  Collection(pugi::xml_node root, std::string_view name, std::initializer_list<std::string_view> before)
+  Collection(pugi::xml_node root, std::string_view name, std::string_view element,
+             std::initializer_list<std::string_view> before)
       : list(ObtainChild(root, name, before)) {
-    for (const pugi::xml_node& child : list.children()) {
-      if (child.type() == pugi::node_element) elements.push_back(child);
-    }
+    ForEachChild(list, element, [this](const pugi::xml_node& child) { elements.push_back(child); });
   }
   pugi::xml_node At(int index) const {
     const auto at = static_cast<std::size_t>(index);
@@ -79,27 +79,40 @@ void StylesWriter::Load() {
   const pugi::xml_node root = document_->document_element();
   if (entry == nullptr && data_.isStrict) SetAttribute(root, "xmlns", kStrictMainSpace);
   fonts_ = std::make_unique<Collection>(
-      root, "fonts", std::initializer_list<std::string_view>{"fills", "borders", "cellStyleXfs", "cellXfs"});
-  fills_ = std::make_unique<Collection>(root, "fills",
+      root, "fonts", "font", std::initializer_list<std::string_view>{"fills", "borders", "cellStyleXfs", "cellXfs"});
+  fills_ = std::make_unique<Collection>(root, "fills", "fill",
                                         std::initializer_list<std::string_view>{"borders", "cellStyleXfs", "cellXfs"});
-  borders_ =
-      std::make_unique<Collection>(root, "borders", std::initializer_list<std::string_view>{"cellStyleXfs", "cellXfs"});
-  styleXfs_ = std::make_unique<Collection>(root, "cellStyleXfs", std::initializer_list<std::string_view>{"cellXfs"});
+  borders_ = std::make_unique<Collection>(root, "borders", "border",
+                                          std::initializer_list<std::string_view>{"cellStyleXfs", "cellXfs"});
+  styleXfs_ =
+      std::make_unique<Collection>(root, "cellStyleXfs", "xf", std::initializer_list<std::string_view>{"cellXfs"});
   xfs_ = std::make_unique<Collection>(
-      root, "cellXfs",
+      root, "cellXfs", "xf",
       std::initializer_list<std::string_view>{"cellStyles", "dxfs", "tableStyles", "colors", "extLst"});
+  // Records that tell no font mean the first: a list that has none gets the usual one before any other.
+  const Format plain;
+  if (fonts_->elements.empty()) WriteFont(fonts_->Append({}, "font"), plain.font, plain.font);
+  if (fills_->elements.empty()) WriteFill(fills_->Append({}, "fill"), Fill{FillPattern::None, 0}, plain.fill);
+  if (borders_->elements.empty()) WriteBorder(borders_->Append({}, "border"), plain.border, plain.border);
   nextNumberFormat_ = kFirstOwnNumberFormat;
   ForEachChild(ChildOf(root, "numFmts"), "numFmt", [&](const pugi::xml_node& format) {
     const int id = WholeOf(format, "numFmtId", -1, 0, 1 << 30);
     if (id < 0) return;
     numberFormats_.emplace(AttributeOf(format, "formatCode"), id);
-    nextNumberFormat_ = std::max(nextNumberFormat_, id + 1);
+    takenNumberFormats_.insert(id);
   });
+  // Records may tell numbers that nothing defines; a new format must not become theirs.
+  for (const Collection* records : {styleXfs_.get(), xfs_.get()}) {
+    for (const pugi::xml_node& xf : records->elements) {
+      takenNumberFormats_.insert(WholeOf(xf, "numFmtId", 0, 0, 1 << 30));
+    }
+  }
 }
 
 int StylesWriter::NumberFormatIdOf(const std::string& format) {
   if (const auto known = numberFormats_.find(format); known != numberFormats_.end()) return known->second;
   if (const auto builtIn = BuiltInNumberFormatId(format)) return *builtIn;
+  while (takenNumberFormats_.contains(nextNumberFormat_)) ++nextNumberFormat_;
   const pugi::xml_node list = ObtainChild(document_->document_element(), "numFmts", {"fonts"});
   const pugi::xml_node element = AddChild(list, "numFmt");
   SetId(element, "numFmtId", nextNumberFormat_);
@@ -119,7 +132,8 @@ void StylesWriter::WriteXf(pugi::xml_node xf, const Format& to, const Format* fr
     WriteFont(font, like ? from->font : plain.font, to.font);
     SetId(xf, "fontId", fonts_->Settle());
   }
-  if (from == nullptr && to.fill == plain.fill) {
+  // The first of each list is plain, in all but damaged files.
+  if (from == nullptr && to.fill == plain.fill && ReadFill(fills_->At(0), data_.colours) == plain.fill) {
     SetId(xf, "fillId", 0);
   } else if (from == nullptr || from->fill != to.fill) {
     const pugi::xml_node like = from == nullptr ? pugi::xml_node() : fills_->At(WholeOf(xf, "fillId", 0, 0, 1 << 30));
@@ -131,7 +145,7 @@ void StylesWriter::WriteXf(pugi::xml_node xf, const Format& to, const Format* fr
     }
     SetId(xf, "fillId", fills_->Settle());
   }
-  if (from == nullptr && to.border == plain.border) {
+  if (from == nullptr && to.border == plain.border && ReadBorder(borders_->At(0), data_.colours) == plain.border) {
     SetId(xf, "borderId", 0);
   } else if (from == nullptr || from->border != to.border) {
     const pugi::xml_node like =

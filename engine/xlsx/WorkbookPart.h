@@ -16,7 +16,8 @@ bool IsBuiltInName(std::string_view name);
 
 // Reads the workbook part: adds the sheets, empty, and the names. `facts`: what their keepsakes tell, by the place of
 // the sheet's record.
-void ReadWorkbookPart(std::string_view xml, Workbook& book, PackageData& data, std::vector<Facts>& facts);
+void ReadWorkbookPart(std::string_view xml, Workbook& book, PackageData& data, std::vector<Facts>& facts,
+                      Budget& budget);
 
 // What the workbook part needs to know of the file that is written.
 struct SheetEntry {

@@ -14,13 +14,15 @@ namespace tolvane::engine::xlsx {
 namespace {
 
 constexpr std::size_t kMostSheets = 2000;
+constexpr std::size_t kNameCost = 100;  // of finding it
 constexpr std::array<std::string_view, 6> kBuiltInNames = {"Print_Titles", "Criteria",         "Extract",
                                                            "Database",     "Consolidate_Area", "Sheet_Title"};
 
 class WorkbookReader {
  public:
-  WorkbookReader(const pugi::xml_node& root, Workbook& book, PackageData& data, std::vector<Facts>& facts)
-      : root_(root), book_(book), data_(data), facts_(facts) {}
+  WorkbookReader(const pugi::xml_node& root, Workbook& book, PackageData& data, std::vector<Facts>& facts,
+                 Budget& budget)
+      : root_(root), book_(book), data_(data), facts_(facts), budget_(budget) {}
 
   void Read() {
     const pugi::xml_node properties = ChildOf(root_, "workbookPr");
@@ -94,6 +96,7 @@ class WorkbookReader {
     if (!isOnSheet || sheet != nullptr) {
       const FormulaHome home{sheet == nullptr ? kOwnSheet : sheet->id(), CellPos{}};
       ExpressionPtr formula = ParseFileFormula(text, home, book_);
+      budget_.Spend(CostOf(formula) + sizeof(Name) + kNameCost + 2 * name.size());
       if (formula == nullptr) {
         isKnown = false;
       } else if (IsKeepsake(name) && TakeFacts(*formula, scope)) {
@@ -113,6 +116,7 @@ class WorkbookReader {
     kept.foldedName = platform::FoldCase(name);
     kept.isModelled = isKnown;
     kept.xml = PrintDom(element);
+    budget_.Spend(2 * sizeof(KeptName) + kept.foldedName.size() + kept.xml.size());
     if (!isKnown && !isBuiltIn) (sheet == nullptr ? book_.names : sheet->names).unread.insert(kept.foldedName);
     data_.names.push_back(std::move(kept));
   }
@@ -150,6 +154,7 @@ class WorkbookReader {
   Workbook& book_;
   PackageData& data_;
   std::vector<Facts>& facts_;
+  Budget& budget_;
 };
 
 }  // namespace
@@ -158,12 +163,13 @@ bool IsBuiltInName(std::string_view name) {
   return std::find(kBuiltInNames.begin(), kBuiltInNames.end(), name) != kBuiltInNames.end();
 }
 
-void ReadWorkbookPart(std::string_view xml, Workbook& book, PackageData& data, std::vector<Facts>& facts) {
-  const auto document = ParseDom(xml, data.workbookPath);
+void ReadWorkbookPart(std::string_view xml, Workbook& book, PackageData& data, std::vector<Facts>& facts,
+                      Budget& budget) {
+  const auto document = ParseDom(xml, data.workbookPath, budget);
   const pugi::xml_node root = document->document_element();
   if (LocalName(root) != "workbook") throw XlsxError("The part " + data.workbookPath + " of the file is no workbook");
   data.isStrict = xml.find(kStrictMainSpace) != std::string_view::npos;
-  WorkbookReader(root, book, data, facts).Read();
+  WorkbookReader(root, book, data, facts, budget).Read();
 }
 
 }  // namespace tolvane::engine::xlsx

@@ -218,14 +218,17 @@ class BookWriter {
   }
 
   void WriteParts(bool bookChanges, bool sheetsChange) {
-    zip_.Add(kTypesPath, WriteContentTypes(types_));
+    const std::string types = WriteContentTypes(types_);
+    const bool sameTypes = data_.archive.Find(kTypesPath) != nullptr && types == WriteContentTypes(data_.types);
+    if (!sameTypes) zip_.Add(kTypesPath, types);
     std::map<std::string, const Plan*> sheets;
     for (const Plan& plan : plans_) {
       if (plan.isWritten) sheets.emplace(plan.path, &plan);
     }
     if (data_.archive.entries().empty()) zip_.Add(LinksPathOf(""), WriteLinks(fileLinks_));
     const std::string bookLinksPath = LinksPathOf(workbookPath_);
-    std::set<std::string> late{std::string(kTypesPath)};  // written at another time, or not at all
+    std::set<std::string> late;  // written at another time, or not at all
+    if (!sameTypes) late.insert(std::string(kTypesPath));
     if (bookChanges) late.insert(workbookPath_);
     if (LinksDiffer()) late.insert(bookLinksPath);
     if (sheetsChange || styles_.isChanged()) late.insert({stylesPath_, stringsPath_});
@@ -248,11 +251,13 @@ class BookWriter {
     if (late.contains(stylesPath_)) WriteSharedParts();
   }
 
-  bool LinksDiffer() const {
-    return workbookLinks_.size() != data_.workbookLinks.size() ||
-           !std::equal(workbookLinks_.begin(), workbookLinks_.end(), data_.workbookLinks.begin(),
-                       [](const Link& a, const Link& b) { return a.id == b.id && a.target == b.target; });
+  static bool SameLinks(const std::vector<Link>& a, const std::vector<Link>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Link& one, const Link& other) {
+      return one.id == other.id && one.target == other.target && one.type == other.type &&
+             one.external == other.external;
+    });
   }
+  bool LinksDiffer() const { return !SameLinks(workbookLinks_, data_.workbookLinks); }
 
   void WriteBookPart() {
     std::vector<SheetEntry> entries;
@@ -267,7 +272,12 @@ class BookWriter {
     zip_.Begin(plan.path);
     WriteSheet(zip_, writing);
     zip_.End();
-    if (!writing.links.empty()) zip_.Add(LinksPathOf(plan.path), WriteLinks(writing.links));
+    const ZipEntry* links = data_.archive.Find(LinksPathOf(plan.path));
+    if (links != nullptr && plan.entry.record != nullptr && SameLinks(writing.links, plan.entry.record->links)) {
+      zip_.Copy(data_.archive, *links);
+    } else if (!writing.links.empty()) {
+      zip_.Add(LinksPathOf(plan.path), WriteLinks(writing.links));
+    }
   }
 
   // Those that the sheets have added to.

@@ -1,6 +1,7 @@
 #include "engine/xlsx/XmlReader.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <utility>
 
@@ -10,8 +11,42 @@ namespace tolvane::engine::xlsx {
 
 namespace {
 
-constexpr std::size_t kWindow = std::size_t{256} << 10;
 constexpr std::size_t kNowhere = std::string_view::npos;
+
+// Excel binds one or none; each costs a comparison for every tag with a prefix.
+constexpr std::size_t kMostBindings = 32;
+
+// What names are made of; all beyond ASCII may be in one.
+constexpr std::array<bool, 256> kNameBytes = [] {
+  std::array<bool, 256> inName{};
+  for (std::size_t c = 0x80; c < 256; ++c) inName[c] = true;
+  for (std::size_t c = '0'; c <= '9'; ++c) inName[c] = true;
+  for (std::size_t c = 'A'; c <= 'Z'; ++c) inName[c] = inName[c + ('a' - 'A')] = true;
+  for (const char c : {'.', '-', '_', ':'}) inName[static_cast<unsigned char>(c)] = true;
+  return inName;
+}();
+
+bool IsName(std::string_view text) {
+  return !text.empty() &&
+         std::all_of(text.begin(), text.end(), [](char c) { return kNameBytes[static_cast<unsigned char>(c)]; });
+}
+
+bool HasTwice(const std::vector<XmlReader::Attribute>& attributes) {
+  constexpr std::size_t few = 8;
+  if (attributes.size() > few) {
+    std::vector<std::string_view> names;
+    names.reserve(attributes.size());
+    for (const XmlReader::Attribute& attribute : attributes) names.push_back(attribute.name);
+    std::sort(names.begin(), names.end());
+    return std::adjacent_find(names.begin(), names.end()) != names.end();
+  }
+  for (std::size_t i = 1; i < attributes.size(); ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      if (attributes[i].name == attributes[j].name) return true;
+    }
+  }
+  return false;
+}
 
 bool IsSpace(char c) {
   return c == ' ' || c == '\t' || c == '\n' || c == '\r';
@@ -90,8 +125,9 @@ void AppendDecoded(std::string& out, std::string_view raw, std::string_view part
   }
 }
 
-XmlReader::XmlReader(ZipEntryStream& stream, std::string partName) : stream_(&stream), partName_(std::move(partName)) {
-  storage_.resize(kWindow);
+XmlReader::XmlReader(ZipEntryStream& stream, std::string partName, std::size_t window)
+    : stream_(&stream), partName_(std::move(partName)) {
+  storage_.resize(window);
   buffer_ = {storage_.data(), 0};
   Require(3);
   if (buffer_.starts_with("\xFF\xFE") || buffer_.starts_with("\xFE\xFF")) {
@@ -158,6 +194,7 @@ XmlReader::Event XmlReader::Next() {
       return Event::Eof;
     }
     if (buffer_[position_] != '<') {
+      hasBegun_ = true;
       std::size_t size = Find("<", 0);
       if (size == kNowhere) size = buffer_.size() - position_;
       const std::string_view raw = buffer_.substr(position_, size);
@@ -176,7 +213,10 @@ XmlReader::Event XmlReader::Next() {
     }
     Require(9);
     const std::string_view rest = buffer_.substr(position_);
+    const bool isFirst = !std::exchange(hasBegun_, true);
     if (rest.starts_with("<?")) {
+      if (!isFirst && rest.size() > 5 && rest.starts_with("<?xml") && IsSpace(rest[5]))
+        Fail("has an XML declaration in its middle");
       const std::size_t end = Find("?>", 2);
       if (end == kNowhere) Fail("breaks off");
       Consume(position_ + end + 2);
@@ -235,7 +275,8 @@ XmlReader::Event XmlReader::ReadStart(std::size_t end) {
   std::size_t nameSize = 0;
   while (nameSize < inner.size() && !IsSpace(inner[nameSize])) ++nameSize;
   const std::string_view name = inner.substr(0, nameSize);
-  if (name.empty()) Fail("has a tag without a name");
+  if (name.size() > kMostNameBytes) Fail("has a tag with a name of more than 1000 bytes");
+  if (!IsName(name)) Fail("has the tag <" + std::string(name.substr(0, 40)) + ">, which has no name");
   open_.push_back({openNames_.size(), Space::Other, defaultSpace_, bindings_.size()});
   openNames_ += name;
   attributes_.clear();
@@ -253,7 +294,7 @@ void XmlReader::ReadAttributes(std::string_view inner) {
   };
   for (std::size_t at = 0;;) {
     while (at < inner.size() && IsSpace(inner[at])) ++at;
-    if (at == inner.size()) return;
+    if (at == inner.size()) break;
     const std::size_t equals = inner.find('=', at);
     if (equals == kNowhere) Fail("has an attribute without a value");
     std::size_t nameEnd = equals;
@@ -265,14 +306,17 @@ void XmlReader::ReadAttributes(std::string_view inner) {
     if (close == kNowhere) Fail("has an attribute whose quote does not end");
     const std::string_view name = inner.substr(at, nameEnd - at);
     const std::string_view value = inner.substr(open + 1, close - open - 1);
+    if (!IsName(name)) Fail("has an attribute \"" + std::string(name.substr(0, 40)) + "\", which is no name");
+    if (value.find('<') != kNowhere) Fail("has an attribute " + std::string(name.substr(0, 40)) + " with a < in it");
     at = close + 1;
-    if (attributes_.size() == kMostAttributes) Fail("has an element with more than 200 attributes");
+    if (attributes_.size() == kMostAttributes) Fail("has an element with more than 100 attributes");
     attributes_.push_back({name, value});
     if (name.starts_with("xmlns")) {
       if (name.size() == 5) defaultSpace_ = isSpaceOf(value);
-      if (name.size() > 6 && name[5] == ':') bindings_.push_back({std::string(name.substr(6)), isSpaceOf(value)});
+      if (name.size() > 6 && name[5] == ':') Bind(name.substr(6), isSpaceOf(value));
     }
   }
+  if (HasTwice(attributes_)) Fail("has an element that tells an attribute twice");
 }
 
 XmlReader::Event XmlReader::ReadEnd(std::size_t end) {
@@ -296,6 +340,12 @@ void XmlReader::CloseElement() {
   defaultSpace_ = closed.outerDefault;
   bindings_.resize(closed.outerBindings);
   open_.pop_back();
+}
+
+void XmlReader::Bind(std::string_view prefix, Space space) {
+  if (SpaceOf(prefix) == space) return;
+  if (bindings_.size() == kMostBindings) Fail("gives the namespace of worksheets more than 32 prefixes");
+  bindings_.push_back({std::string(prefix), space});
 }
 
 XmlReader::Space XmlReader::SpaceOf(std::string_view prefix) const {

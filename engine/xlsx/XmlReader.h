@@ -21,7 +21,8 @@ class XmlReader {
   // What an element's namespace means here. `Main`: that of worksheets, in either of its two spellings.
   enum class Space : std::uint8_t { Main, Other };
 
-  XmlReader(ZipEntryStream& stream, std::string partName);
+  // `window`: bytes of the part that are held to begin with; it grows for a longer tag or text.
+  XmlReader(ZipEntryStream& stream, std::string partName, std::size_t window = std::size_t{256} << 10);
   // From memory; the text must stay.
   XmlReader(std::string_view text, std::string partName);
 
@@ -83,6 +84,7 @@ class XmlReader {
   void ReadAttributes(std::string_view inner);
   Event ReadEnd(std::size_t end);
   void CloseElement();
+  void Bind(std::string_view prefix, Space space);
   Space SpaceOf(std::string_view prefix) const;
   void Consume(std::size_t to) { position_ = to; }
 
@@ -96,7 +98,7 @@ class XmlReader {
   std::string_view local_;
   Space space_ = Space::Other;
   Space defaultSpace_ = Space::Other;
-  std::vector<Binding> bindings_;
+  std::vector<Binding> bindings_;  // only those that tell something: of the main namespace, and what hides them
   std::vector<Attribute> attributes_;
   std::string_view text_;
   std::string decoded_;
@@ -106,6 +108,7 @@ class XmlReader {
   std::string rootTag_;
   bool isEmptyElement_ = false;
   bool hadRoot_ = false;
+  bool hasBegun_ = false;
 
   std::string* capture_ = nullptr;
   std::size_t captureFrom_ = 0;

@@ -109,7 +109,33 @@ TEST(XmlReader, SaysWhatIsWrong) {
   EXPECT_THAT(ProblemIn("<a>&nbsp;</a>"), HasSubstr("entity &nbsp;"));
   EXPECT_THAT(ProblemIn("<a>&#xD800;</a>"), HasSubstr("entity"));
   EXPECT_THAT(ProblemIn("<!DOCTYPE a><a/>"), HasSubstr("document type"));
+  EXPECT_THAT(ProblemIn("<?xml version='1.0'?><?xml version='1.0'?><a/>"), HasSubstr("in its middle"));
+  EXPECT_EQ(ProblemIn("<?xml version='1.0'?><?xml-other?><a/>"), "none");
+  EXPECT_THAT(ProblemIn("<?xml?><?xml"), HasSubstr("breaks off"));
   EXPECT_EQ(ProblemIn("\xEF\xBB\xBF<a/>"), "none");
+}
+
+// What is kept as it is written must be XML.
+TEST(XmlReader, KnowsWhatANameIs) {
+  EXPECT_THAT(ProblemIn("<<a/>"), HasSubstr("no name"));
+  EXPECT_THAT(ProblemIn("<a\"b\"/>"), HasSubstr("no name"));
+  EXPECT_THAT(ProblemIn("<a x \"y\"=\"1\"/>"), HasSubstr("no name"));
+  EXPECT_THAT(ProblemIn("<a =\"1\"/>"), HasSubstr("no name"));
+  EXPECT_THAT(ProblemIn("<a x=\"<\"/>"), HasSubstr("a < in it"));
+  EXPECT_THAT(ProblemIn("<a x='1' y='1' x='1'/>"), HasSubstr("an attribute twice"));
+  EXPECT_THAT(ProblemIn("<a a='' b='' c='' d='' e='' f='' g='' h='' i='' b=''/>"), HasSubstr("an attribute twice"));
+  EXPECT_EQ(ProblemIn("<a a='' b='' c='' d='' e='' f='' g='' h='' i='' j=''/>"), "none");
+  EXPECT_EQ(ProblemIn("<a:b-c.d_\xC3\xA9 e:f=\">\"/>"), "none");
+}
+
+TEST(XmlReader, NamespacesCostLittle) {
+  std::string xml = "<a", other = "<a";
+  for (int i = 0; i < 40; ++i) {
+    xml += " xmlns:p" + std::to_string(i) + "=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"";
+    other += " xmlns:p" + std::to_string(i) + "=\"other\"";
+  }
+  EXPECT_THAT(ProblemIn(xml + "/>"), HasSubstr("32 prefixes"));
+  EXPECT_EQ(ProblemIn(other + "/>"), "none");
 }
 
 }  // namespace

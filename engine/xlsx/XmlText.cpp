@@ -19,6 +19,8 @@ constexpr std::array<bool, 256> kPlainBytes = [] {
   return plain;
 }();
 
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
+
 bool IsPlain(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return kPlainBytes[static_cast<unsigned char>(c)]; });
 }
@@ -29,7 +31,7 @@ std::string ValidUtf8(std::string_view text) {
     std::size_t size = 1;
     while (size < 4 && size < text.size() && !platform::IsValidUtf8(text.substr(0, size))) ++size;
     const bool good = platform::IsValidUtf8(text.substr(0, size));
-    valid += good ? text.substr(0, size) : std::string_view("\xEF\xBF\xBD");
+    valid += good ? text.substr(0, size) : kReplacement;
     text.remove_prefix(good ? size : 1);
   }
   return valid;
@@ -45,8 +47,10 @@ void AppendMarked(std::string& out, std::string_view text) {
       out += "&gt;";
     } else if (c == '"') {
       out += "&quot;";
+    } else if (c == '\t' || c == '\n' || c == '\r') {
+      out.append("&#").append(std::to_string(static_cast<int>(c))).append(";");
     } else if (static_cast<unsigned char>(c) < 0x20) {
-      out += "&#" + std::to_string(static_cast<int>(c)) + ";";
+      out += kReplacement;  // only damaged files have them
     } else {
       out.push_back(c);
     }

@@ -26,7 +26,7 @@ struct ZipEntry {
 };
 
 // A ZIP archive in memory. All its entries have been checked to lie within it and apart from each other, under names
-// that are distinct (ignoring ASCII case) and lead nowhere else.
+// that are distinct (see PartKeyOf) and lead nowhere else.
 class ZipArchive {
  public:
   ZipArchive() = default;
@@ -49,7 +49,7 @@ class ZipArchive {
 
   std::string bytes_;
   std::vector<ZipEntry> entries_;
-  std::unordered_map<std::string, std::size_t> byName_;  // in lower case
+  std::unordered_map<std::string, std::size_t> byName_;  // by PartKeyOf
 };
 
 // Inflates an entry piece by piece.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/xlsx/PartNames.h"
 #include "engine/xlsx/Zip.h"
 #include "engine/xlsx/ZipFormat.h"
 
@@ -11,18 +12,11 @@ namespace tolvane::engine::xlsx {
 
 namespace {
 
+constexpr std::uint64_t kLargestPart = 0xFFFFFFFE;
 constexpr std::size_t kFeed = std::size_t{1} << 30;  // zlib counts input in 32 bits
 
 [[noreturn]] void FailArchive(const std::string& why) {
   throw XlsxError("The file is damaged or no workbook: " + why + ". Take a backup of it, or repair it with Excel");
-}
-
-std::string LowerAscii(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-  }
-  return lower;
 }
 
 bool IsSafeName(std::string_view name) {
@@ -125,6 +119,8 @@ void ZipArchive::AddEntry(std::size_t& at) {
   if (entry.method != kStored && entry.method != kDeflated) {
     FailArchive("its part " + entry.name + " is packed in an unknown way");
   }
+  // A part that is kept must be one that can be written again.
+  if (entry.size > kLargestPart) FailArchive("its part " + entry.name + " is larger than 4 gigabytes");
   if (header > all.size() || all.size() - header < kLocalHeaderSize || Number32(all, header) != kLocalHeader) {
     FailArchive("its part " + entry.name + " is not where it should be");
   }
@@ -136,7 +132,7 @@ void ZipArchive::AddEntry(std::size_t& at) {
   if (all.substr(header + kLocalHeaderSize, localName) != entry.name) {
     FailArchive("its part " + entry.name + " goes by another name elsewhere");
   }
-  if (!byName_.emplace(LowerAscii(entry.name), entries_.size()).second) {
+  if (!byName_.emplace(PartKeyOf(entry.name), entries_.size()).second) {
     FailArchive("it has two parts named " + entry.name);
   }
   entries_.push_back(std::move(entry));
@@ -157,7 +153,7 @@ void ZipArchive::RequireApart() const {
 }
 
 const ZipEntry* ZipArchive::Find(std::string_view name) const {
-  const auto found = byName_.find(LowerAscii(name));
+  const auto found = byName_.find(PartKeyOf(name));
   return found == byName_.end() ? nullptr : &entries_[found->second];
 }
 
@@ -189,6 +185,7 @@ struct ZipEntryStream::State {
 
 ZipEntryStream::ZipEntryStream(const ZipArchive& archive, const ZipEntry& entry, Budget& budget)
     : state_(std::make_unique<State>(State{entry, budget, archive.CompressedBytes(entry)})) {
+  budget.ReadingPart(entry.name);
   // A raw stream: the archive has a header and a checksum of its own.
   if (entry.method == kDeflated && inflateInit2(&state_->zlib, -MAX_WBITS) != Z_OK) throw std::bad_alloc();
 }

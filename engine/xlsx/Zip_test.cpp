@@ -1,4 +1,5 @@
 #include "engine/xlsx/Zip.h"
+#include "engine/xlsx/ZipFormat.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -67,6 +68,26 @@ TEST(Zip, ChecksumsAndSizesThatLieAreFound) {
   EXPECT_THAT(problem(directory + 25, 2), HasSubstr("longer than it says"));
   EXPECT_THAT(problem(directory + 10, 1), HasSubstr("unknown way"));
   EXPECT_THAT(problem(directory + 8, 1), HasSubstr("encrypted"));
+}
+
+// What is kept must be writable again.
+TEST(Zip, PartsBeyondFourGigabytesAreRefused) {
+  ZipWriter zip;
+  zip.Add("a", "x");
+  std::string bad = zip.Finish();
+  const std::size_t directory = bad.rfind("PK\x01\x02"), end = bad.rfind("PK\x05\x06");
+  bad.replace(directory + 24, 4, "\xFF\xFF\xFF\xFF");
+  std::string extra("\x01\x00\x08\x00", 4);
+  AppendNumber(extra, std::uint64_t{5} << 30, 8);
+  bad[directory + 30] = static_cast<char>(extra.size());
+  bad.insert(directory + 46 + 1, extra);
+  bad[end + extra.size() + 12] = static_cast<char>(bad[end + extra.size() + 12] + static_cast<char>(extra.size()));
+  try {
+    const ZipArchive archive(bad);
+    FAIL() << "it was taken";
+  } catch (const XlsxError& error) {
+    EXPECT_THAT(error.what(), HasSubstr("part a is larger than 4 gigabytes"));
+  }
 }
 
 TEST(Zip, ABudgetEndsWhatInflatesWithoutEnd) {

@@ -1,12 +1,16 @@
 // Files that were damaged or made to do harm end in an error that says what is wrong, soon and in little memory.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
-#include <functional>
+#include <filesystem>
+#include <fstream>
+#include <set>
 
 #include "engine/xlsx/Xlsx.h"
 #include "engine/xlsx/Zip.h"
+#include "platform/TemporaryFolder.h"
+#include "tests/xlsx/Confined.h"
+#include "tests/xlsx/HostileFiles.h"
 #include "tests/xlsx/Mutation.h"
 #include "tests/xlsx/TestFile.h"
 
@@ -14,6 +18,7 @@ namespace tolvane::xlsxtest {
 namespace {
 
 using namespace engine;
+namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 
 std::string ProblemWith(const std::string& bytes) {
@@ -33,12 +38,6 @@ std::string Repeated(std::string_view text, int times) {
   std::string all;
   for (int i = 0; i < times; ++i) all += text;
   return all;
-}
-
-long PeakKilobytes() {
-  rusage usage = {};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
 }
 
 TEST(Hostile, NoArchives) {
@@ -71,25 +70,6 @@ TEST(Hostile, PartsThatOverlap) {
   const std::size_t first = bytes.find("xl/a", static_cast<std::size_t>(directory)), second = bytes.find("xl/b", first);
   bytes.replace(second - 4, 8, bytes.substr(first - 4, 8));  // the offset and the name
   EXPECT_NE(ProblemWith(bytes), "none");
-}
-
-TEST(Hostile, BombsEndInAnErrorAndInLittleMemory) {
-  const long before = PeakKilobytes();
-  const std::string row = "<row>" + Repeated("<c><v>1</v></c>", 400) + "</row>";
-  EXPECT_THAT(ProblemWithSheet("<sheetData>" + Repeated(row, 15000) + "</sheetData>"), HasSubstr("fill the memory"));
-  // Cells each in a place of its own, which costs most.
-  std::string scattered;
-  for (int i = 0; i < 16000; ++i) {
-    scattered += "<row r=\"" + std::to_string(i * 64 + 1) + "\">";
-    for (const char* column : {"A", "ZZ", "ABC", "XFD", "CC", "DD", "EE", "FF", "GG", "HH"}) {
-      scattered += "<c r=\"" + std::string(column) + std::to_string(i * 64 + 1) + "\"><v>1</v></c>";
-    }
-    scattered += "</row>";
-  }
-  EXPECT_THAT(ProblemWithSheet("<sheetData>" + scattered + "</sheetData>"),
-              ::testing::AnyOf("none", HasSubstr("fill the memory")));
-  EXPECT_NE(ProblemWithSheet("<sheetData/><legacy a=\"" + std::string(30'000'000, 'a') + "\"/>"), "none");
-  EXPECT_LT(PeakKilobytes() - before, 600'000) << "the file itself takes some 200 megabytes while it is made";
 }
 
 TEST(Hostile, Entities) {
@@ -198,6 +178,62 @@ TEST(Hostile, MutatedFilesAreRefusedOrRead) {
   }
   EXPECT_GT(opened, 30) << "most mutations must get as far as being read";
   EXPECT_LT(opened, 470) << "many mutations must matter";
+}
+
+// --- files made to do harm, opened in little memory ------------------------------------------------------------------
+
+constexpr std::size_t kMostMemory = std::size_t{256} << 20;
+
+class HostileBook : public ::testing::TestWithParam<HostileFile> {};
+
+std::set<std::string> FilesIn(const fs::path& folder) {
+  std::set<std::string> names;
+  for (const auto& file : fs::directory_iterator(folder)) names.insert(file.path().filename().string());
+  return names;
+}
+
+TEST_P(HostileBook, EndsInOneErrorThatSaysWhereAndWhy) {
+  const platform::TemporaryFolder folder;
+  const std::string path = (folder.Path() / "hostile.xlsx").string();
+  // Made elsewhere, so that this process stays small.
+  const std::string made = InProcessOfItsOwn(0, [&] {
+    const std::string bytes = GetParam().make();
+    std::ofstream(path, std::ios::binary) << bytes;
+    return std::string(bytes.size() < (std::size_t{1} << 20) ? "small" : "large");
+  });
+  ASSERT_EQ(made, "small") << "what little a file may take depends on its size";
+  const std::string problem = InProcessOfItsOwn(kMostMemory, [&]() -> std::string {
+    try {
+      OpenXlsx(path);
+      return "opened";
+    } catch (const XlsxError& error) {
+      return error.what();
+    }
+  });
+  EXPECT_THAT(problem, ::testing::StartsWith("Cannot open " + path + ". "));
+  for (const std::string& says : GetParam().says) EXPECT_THAT(problem, HasSubstr(says));
+  EXPECT_THAT(FilesIn(folder.Path()), ::testing::ElementsAre("hostile.xlsx")) << "nothing is written";
+}
+
+std::string NameOfCase(const ::testing::TestParamInfo<HostileFile>& info) {
+  std::string name;
+  for (const char c : info.param.name) name.push_back(c == ' ' ? '_' : c);
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, HostileBook, ::testing::ValuesIn(HostileFiles()), NameOfCase);
+
+// The limit is one: who asks for more is told.
+TEST(Confined, MemoryIsLimited) {
+  const auto take = [] {
+    const std::string much(2 * kMostMemory, 'x');
+    return std::to_string(much.size());
+  };
+  EXPECT_EQ(InProcessOfItsOwn(0, take), std::to_string(2 * kMostMemory));
+  EXPECT_EQ(InProcessOfItsOwn(4 * kMostMemory, take), std::to_string(2 * kMostMemory));
+#if !defined(__SANITIZE_ADDRESS__)
+  EXPECT_EQ(InProcessOfItsOwn(kMostMemory, take), "out of memory");
+#endif
 }
 
 }  // namespace

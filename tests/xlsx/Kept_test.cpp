@@ -197,6 +197,32 @@ TEST(Kept, FormulasThatTheGrammarDoesNotKnowKeepTextAndResult) {
   EXPECT_THAT(cells, HasSubstr("<f>T[x]{C2+$D$1</f><v>2</v>")) << "the shared formula as it is one row further down";
 }
 
+// Programs that read strictly refuse a part with two.
+TEST(Kept, PartsThatAreWrittenAgainHaveOneDeclaration) {
+  constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n";
+  TestFile file("<sheetData><row r=\"1\"><c r=\"A1\" s=\"0\"><v>1</v></c></row></sheetData>");
+  file.Link("xl/workbook.xml", {"rId2 styles styles.xml"}).Link(std::string(kSheetPath), {"rId1 comments ../c.xml"});
+  const std::string space = " xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"";
+  file.Set("xl/styles.xml",
+           std::string(declaration) + "<styleSheet" + space + "><cellXfs><xf/></cellXfs></styleSheet>");
+  file.Set("xl/c.xml", std::string(declaration) + "<comments" + space +
+                           "><commentList><comment ref=\"A1\"/></commentList></comments>");
+  file.Set("xl/workbook.xml", std::string(declaration) + "<workbook" + space +
+                                  " xmlns:r=\"r\"><sheets><sheet name=\"Data\" r:id=\"rId1\"/></sheets></workbook>");
+  XlsxBook book = ReadXlsx(file.Bytes());
+  InsertRows(book, 1, 1);
+  book.workbook->sheetAt(0).ChangeFormat({1, 1, 1, 1}, [&](FormatId id) {
+    return book.workbook->formats.With(id, FormatGroup::Font, [](Format& format) { format.font.bold = true; });
+  });
+  const std::string saved = Save(book);
+  for (const std::string& part : {std::string("xl/styles.xml"), std::string("xl/c.xml"), std::string("xl/workbook.xml"),
+                                  std::string(kSheetPath), std::string("[Content_Types].xml")}) {
+    const std::string xml = PartOf(saved, part);
+    EXPECT_TRUE(xml.starts_with("<?xml")) << part;
+    EXPECT_EQ(xml.rfind("<?xml"), 0u) << part;
+  }
+}
+
 TEST(Kept, SheetsWithoutCellsKeepTheirPlace) {
   TestFile file;
   file.Link("xl/workbook.xml", {"rId2 chartsheet chartsheets/sheet1.xml", "rId3 worksheet worksheets/sheet3.xml"});
@@ -301,6 +327,36 @@ TEST(Kept, StyleRecordsKeepWhatTheModelDoesNotKnow) {
   EXPECT_THAT(styles, HasSubstr("<xf fontId=\"2\" quotePrefix=\"1\""));
   EXPECT_THAT(styles, HasSubstr("<xf fontId=\"1\"/>")) << "the record of B1 as it was";
   EXPECT_THAT(styles, HasSubstr("<dxf/>"));
+}
+
+// Records that tell no font, fill or border mean the first, and unknown elements have no number.
+TEST(Kept, StylesWithoutListsOrWithUnknownElements) {
+  TestFile file(
+      "<sheetData><row r=\"1\"><c r=\"A1\" s=\"0\"><v>1</v></c><c r=\"B1\" s=\"1\"><v>1</v></c></row></sheetData>");
+  file.Link("xl/workbook.xml", {"rId2 styles styles.xml"});
+  file.Set(
+      "xl/styles.xml",
+      "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><cellXfs><unknown/><xf/><xf "
+      "numFmtId=\"164\"/></cellXfs></styleSheet>");
+  XlsxBook book = ReadXlsx(file.Bytes());
+  Workbook& workbook = *book.workbook;
+  Sheet& sheet = workbook.sheetAt(0);
+  sheet.ChangeFormat({1, 1, 1, 1}, [&](FormatId id) {
+    return workbook.formats.With(id, FormatGroup::Font, [](Format& format) {
+      format.font.bold = true;
+      format.numberFormat = "0.000";
+      format.fill = {FillPattern::Solid, 0xFF0000};
+      format.border[0] = {LineStyle::Thick, 0x00FF00};
+    });
+  });
+  const XlsxBook again = ReadXlsx(Save(book));
+  const auto formatIn = [&](int column) {
+    return again.workbook->formats.At(again.workbook->sheetAt(0).FormatAt({1, column})).format;
+  };
+  EXPECT_TRUE(formatIn(1).font.bold);
+  EXPECT_EQ(formatIn(1).numberFormat, "0.000");
+  EXPECT_EQ(formatIn(1).border[0].style, LineStyle::Thick);
+  EXPECT_EQ(formatIn(2), Format()) << "its number format is one that nothing defines";
 }
 
 TEST(Kept, ChangedStylesReachSheetsThatAreCopied) {

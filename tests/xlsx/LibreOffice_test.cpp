@@ -3,14 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
+#include <iterator>
+#include <set>
 
 #include "engine/formula/Parser.h"
 #include "engine/formula/Printer.h"
 #include "engine/model/Diff.h"
 #include "engine/xlsx/Xlsx.h"
-#include "platform/TemporaryFolder.h"
+#include "tests/xlsx/Soffice.h"
 #include "tests/xlsx/TestFile.h"
 
 namespace tolvane::xlsxtest {
@@ -18,33 +19,22 @@ namespace {
 
 using namespace engine;
 namespace fs = std::filesystem;
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
 
 class LibreOffice : public ::testing::Test {
  protected:
   void SetUp() override {
-    if (std::system("command -v soffice >/dev/null 2>&1") != 0) {
-      GTEST_SKIP() << "soffice is not installed: nothing was checked against LibreOffice";
-    }
+    if (!Soffice::IsThere()) GTEST_SKIP() << "soffice is not installed: nothing was checked against LibreOffice";
   }
+  fs::path Convert(const fs::path& file, const std::string& kind) { return soffice_.Convert(file, kind); }
 
-  // Lets LibreOffice open a file and save it as another kind, in a folder of its own; the new file.
-  fs::path Convert(const fs::path& file, const std::string& kind) {
-    const fs::path out = folder_.Path() / ("out" + std::to_string(++conversions_));
-    fs::create_directory(out);
-    const std::string command = "soffice -env:UserInstallation=file://" + (folder_.Path() / "profile").string() +
-                                " --headless --convert-to " + kind + " --outdir " + out.string() + " " + file.string() +
-                                " >/dev/null 2>&1";
-    EXPECT_EQ(std::system(command.c_str()), 0) << command;
-    const fs::path result = out / (file.stem().string() + "." + kind.substr(0, kind.find(':')));
-    EXPECT_TRUE(fs::exists(result)) << "LibreOffice did not open " << file;
-    return result;
-  }
-
-  platform::TemporaryFolder folder_;
-  int conversions_ = 0;
+  Soffice soffice_;
 };
 
-constexpr const char* kXlsx = "xlsx:\"Calc MS Excel 2007 XML\"";
+constexpr const char* kXlsx = kSofficeXlsx;
 
 ExpressionPtr Parse(std::string_view text, const Workbook& book, SheetId sheet = kOwnSheet, CellPos at = {}) {
   return ParseFormula(text, Notation::A1, {sheet, at}, book);
@@ -115,7 +105,7 @@ std::unique_ptr<Workbook> MakeBook() {
 }
 
 // `byLibreOffice`: when it converts without a window, it drops panes.
-void ExpectSound(const Workbook& book, bool byLibreOffice) {
+void ExpectSound(const Workbook& book, bool byLibreOffice, const std::string& list = "=Lists!$A$1:$A$3") {
   const Sheet* accounts = book.FindSheet("My accounts");
   const Sheet* lists = book.FindSheet("Lists");
   ASSERT_NE(accounts, nullptr);
@@ -153,7 +143,7 @@ void ExpectSound(const Workbook& book, bool byLibreOffice) {
   const Validation* rule = accounts->ValidationAt({20, 5});
   ASSERT_NE(rule, nullptr);
   EXPECT_EQ(rule->kind, Validation::Kind::List);
-  EXPECT_EQ(Text(rule->formula1, book, accounts->id(), rule->ranges.front().topLeft()), "=Lists!$A$1:$A$3");
+  EXPECT_EQ(Text(rule->formula1, book, accounts->id(), rule->ranges.front().topLeft()), list);
   EXPECT_EQ(rule->errorMessage, "Choose one of the list");
   ASSERT_EQ(accounts->hyperlinks.size(), 2u);
   EXPECT_EQ(accounts->hyperlinks[0].address, "https://example.org/");
@@ -172,7 +162,7 @@ void ExpectSound(const Workbook& book, bool byLibreOffice) {
 }
 
 TEST_F(LibreOffice, SavesOurBookAndItIsSoundStill) {
-  const fs::path ours = folder_.Path() / "book.xlsx";
+  const fs::path ours = soffice_.Folder() / "book.xlsx";
   SaveXlsx(*MakeBook(), Package(), ours.string());
   ExpectSound(*OpenXlsx(ours.string()).workbook, false);
   const XlsxBook theirs = OpenXlsx(Convert(ours, kXlsx).string());
@@ -180,15 +170,52 @@ TEST_F(LibreOffice, SavesOurBookAndItIsSoundStill) {
 
   // Back and forth: ours over theirs, with a change on either side of LibreOffice.
   theirs.workbook->FindSheet("My accounts")->SetValue({50, 1}, "added");
-  const fs::path second = folder_.Path() / "second.xlsx";
+  const fs::path second = soffice_.Folder() / "second.xlsx";
   SaveXlsx(*theirs.workbook, theirs.package, second.string());
   const XlsxBook again = OpenXlsx(Convert(second, kXlsx).string());
   ExpectSound(*again.workbook, true);
   EXPECT_EQ(again.workbook->FindSheet("My accounts")->ValueAt({50, 1}), Value("added"));
 }
 
+TEST_F(LibreOffice, ChangesOurBookAndItIsSoundStill) {
+  const fs::path ours = soffice_.Folder() / "book.xlsx";
+  SaveXlsx(*MakeBook(), Package(), ours.string());
+  const fs::path changed = soffice_.ConvertChanged(ours,
+                                                   "sheet = book.Sheets.getByName(\"Lists\")\n"
+                                                   "sheet.Rows.insertByIndex(0, 1)\n"
+                                                   "sheet.getCellRangeByName(\"A6\").setString(\"by hand\")\n"
+                                                   "book.Sheets.insertNewByName(\"Added\", 0)");
+  // What it drops; the names of ours bring it back.
+  std::ifstream stream(changed, std::ios::binary);
+  const std::string bytes(std::istreambuf_iterator<char>(stream), {});
+  const std::string bookPart = PartOf(bytes, "xl/workbook.xml"), accounts = PartOf(bytes, "xl/worksheets/sheet2.xml");
+  EXPECT_THAT(accounts, HasSubstr("Lists!$A$2:$A$4")) << "that is the part meant here";
+  EXPECT_THAT(accounts, Not(HasSubstr("codeName")));
+  EXPECT_THAT(bookPart, Not(HasSubstr("veryHidden\"")));
+  EXPECT_THAT(bookPart, HasSubstr("<workbookProtection/>"));
+  EXPECT_THAT(bookPart, HasSubstr("hidden=\"false\" name=\"_keep\""));
+
+  const XlsxBook theirs = OpenXlsx(changed.string());
+  ASSERT_EQ(theirs.workbook->sheetCount(), 3u);
+  EXPECT_EQ(theirs.workbook->sheetAt(0).name(), "Added");
+  EXPECT_EQ(theirs.workbook->FindSheet("Lists")->ValueAt({6, 1}), Value("by hand"));
+  ExpectSound(*theirs.workbook, true, "=Lists!$A$2:$A$4");
+  EXPECT_TRUE(theirs.workbook->sheetAt(0).names.byFoldedName().empty()) << "none of ours is the user's";
+  // All other differences are ones of looks.
+  const auto wanted = MakeBook();
+  const std::set<std::string> looks = {"sheet",     "style",        "default column width", "validation",
+                                       "hyperlink", "frozen panes", "scroll position",      "row height",
+                                       "font",      "value"};
+  for (const Difference& d : Diff(*wanted, *theirs.workbook)) {
+    EXPECT_THAT(looks, Contains(d.what)) << d.where << ": " << d.left << " | " << d.right;
+    if (d.what == "value") {
+      EXPECT_THAT(d.where, StartsWith("Lists!"));
+    }
+  }
+}
+
 TEST_F(LibreOffice, ItsFilesOpenAndStayTheSame) {
-  const fs::path csv = folder_.Path() / "table.csv";
+  const fs::path csv = soffice_.Folder() / "table.csv";
   std::ofstream file(csv);
   for (int row = 1; row <= 300; ++row) file << row << ",text " << row << "," << row * 0.5 << ",2010-03-15\n";
   file.close();
@@ -201,7 +228,7 @@ TEST_F(LibreOffice, ItsFilesOpenAndStayTheSame) {
     EXPECT_EQ(sheet.ValueAt({row, 3}), Value(row * 0.5));
     EXPECT_EQ(sheet.ValueAt({row, 4}), Value(40252));
   }
-  const fs::path copy = folder_.Path() / "copy.xlsx";
+  const fs::path copy = soffice_.Folder() / "copy.xlsx";
   SaveXlsx(*book.workbook, book.package, copy.string());
   std::ifstream a(made, std::ios::binary), b(copy, std::ios::binary);
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(a), {}), std::string(std::istreambuf_iterator<char>(b), {}));

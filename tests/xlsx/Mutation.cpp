@@ -70,6 +70,20 @@ std::string MutatedFile(std::uint32_t seed) {
   return zip.Finish();
 }
 
+std::string FileWithPart(std::size_t number, const std::string& content) {
+  const std::string bytes = WriteXlsx(*RandomBook(7).Make(), Package(), kBook);
+  const xlsx::ZipArchive archive(bytes);
+  xlsx::ZipWriter zip;
+  for (std::size_t i = 0; i < archive.entries().size(); ++i) {
+    if (i == number % archive.entries().size()) {
+      zip.Add(archive.entries()[i].name, content);
+    } else {
+      zip.Copy(archive, archive.entries()[i]);
+    }
+  }
+  return zip.Finish();
+}
+
 bool OpensOrRefuses(const std::string& bytes) {
   XlsxBook book;
   try {

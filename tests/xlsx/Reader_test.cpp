@@ -60,6 +60,88 @@ TEST(Reader, FormulasOfEveryKind) {
   EXPECT_THAT(saved, HasSubstr("<f>_xlfn.CONCAT(A1)</f>"));
 }
 
+// Characters that XML cannot hold stand as _xHHHH_, wherever a user's text does; "_x" itself may have to.
+TEST(Reader, TextsThatXmlCannotHold) {
+  TestFile file(
+      "<sheetData><row r=\"1\"><c r=\"A1\" t=\"s\"><v>0</v></c><c r=\"B1\" t=\"inlineStr\"><is><t>_x0009_b_x005F_x0041_"
+      "</t></is></c><c r=\"C1\" t=\"str\"><f>\"_x0007_\"</f><v>_x0007_</v></c><c r=\"D1\" t=\"str\"><v>_x00e9_ _x41_ "
+      "_xZZZZ_"
+      "</v></c></row></sheetData><hyperlinks><hyperlink ref=\"A1\" location=\"Data!A1\" "
+      "tooltip=\"a_x000A_b\"/></hyperlinks>");
+  file.Link("xl/workbook.xml", {"rId3 sharedStrings sharedStrings.xml"});
+  file.Set(
+      "xl/sharedStrings.xml",
+      "<sst "
+      "xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><si><t>a_x0001__x000D_&#10;</t></si></sst>");
+  XlsxBook book = ReadXlsx(file.Bytes());
+  const auto expectTexts = [](const Workbook& workbook) {
+    const Sheet& sheet = workbook.sheetAt(0);
+    EXPECT_EQ(sheet.ValueAt({1, 1}), Value("a\x01\r\n"));
+    EXPECT_EQ(sheet.ValueAt({1, 2}), Value("\tb_x0041_"));
+    EXPECT_EQ(sheet.ValueAt({1, 3}), Value("\x07"));
+    EXPECT_EQ(FormulaIn(workbook, {1, 3}), "=\"\x07\"");
+    EXPECT_EQ(sheet.ValueAt({1, 4}), Value("\xC3\xA9 _x41_ _xZZZZ_"));
+    ASSERT_EQ(sheet.hyperlinks.size(), 1u);
+    EXPECT_EQ(sheet.hyperlinks[0].screenTip, "a\nb");
+  };
+  expectTexts(*book.workbook);
+  book.workbook->sheetAt(0).SetValue({9, 9}, 1);
+  expectTexts(*ReadXlsx(WriteXlsx(*book.workbook, book.package, kBook)).workbook);
+}
+
+// The values stay as they are; the flag says what day they mean. ISO dates are counted by it.
+TEST(Reader, DatesThatBeginWith1904) {
+  TestFile file(
+      "<sheetData><row r=\"1\"><c r=\"A1\"><v>38790</v></c><c r=\"B1\" t=\"d\"><v>2010-03-15</v></c>"
+      "<c r=\"C1\" t=\"d\"><v>1904-01-01T12:00:00</v></c></row></sheetData>");
+  file.Set("xl/workbook.xml",
+           "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" xmlns:r=\"r\"><workbookPr "
+           "date1904=\"1\"/><sheets><sheet name=\"Data\" sheetId=\"1\" r:id=\"rId1\"/></sheets></workbook>");
+  XlsxBook book = ReadXlsx(file.Bytes());
+  EXPECT_TRUE(book.workbook->date1904);
+  EXPECT_EQ(book.workbook->sheetAt(0).ValueAt({1, 1}), Value(38790));
+  EXPECT_EQ(book.workbook->sheetAt(0).ValueAt({1, 2}), Value(38790)) << "15 March 2010";
+  EXPECT_EQ(book.workbook->sheetAt(0).ValueAt({1, 3}), Value(0.5));
+  book.workbook->sheetAt(0).SetValue({2, 1}, 1);
+  const XlsxBook again = ReadXlsx(WriteXlsx(*book.workbook, book.package, kBook));
+  EXPECT_TRUE(again.workbook->date1904);
+  EXPECT_EQ(again.workbook->sheetAt(0).ValueAt({1, 2}), Value(38790));
+}
+
+// Files name other books by the number of the part that keeps what is known of them.
+TEST(Reader, LinksToOtherBooks) {
+  TestFile file(
+      "<sheetData><row r=\"1\"><c r=\"A1\"><f>[1]Data!$B$2+1</f><v>5</v></c><c r=\"B1\"><f>SUM('[1]My data'!A1:A9)</f>"
+      "<v>7</v></c><c r=\"C1\"><f>[1]!rate</f><v>2</v></c></row></sheetData>");
+  file.Link("xl/workbook.xml", {"rId5 externalLink externalLinks/externalLink1.xml"});
+  file.Link("xl/externalLinks/externalLink1.xml", {"rId1 externalLinkPath other.xlsx external"});
+  const std::string link =
+      "<externalLink><externalBook r:id=\"rId1\" xmlns:r=\"r\"><sheetNames><sheetName val=\"Data\"/></sheetNames>"
+      "</externalBook></externalLink>";
+  file.Set("xl/externalLinks/externalLink1.xml", link);
+  file.Set("xl/workbook.xml",
+           "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" xmlns:r=\"r\"><sheets><sheet "
+           "name=\"Data\" sheetId=\"1\" r:id=\"rId1\"/></sheets><externalReferences><externalReference r:id=\"rId5\"/>"
+           "</externalReferences></workbook>");
+  const std::string bytes = file.Bytes();
+  XlsxBook book = ReadXlsx(bytes);
+  const Sheet& sheet = book.workbook->sheetAt(0);
+  EXPECT_EQ(sheet.ValueAt({1, 1}), Value(5));
+  EXPECT_FALSE(sheet.FormulaAt({1, 1})->dirty) << "what the other book gave last counts";
+  const engine::Run run{1, 1};
+  book.workbook->InsertRuns(sheet.id(), Axis::Rows, {&run, 1});
+  const std::string saved = WriteXlsx(*book.workbook, book.package, kBook);
+  EXPECT_THAT(PartOf(saved, kSheetPath), HasSubstr("<f>[1]Data!$B$2+1</f><v>5</v>"));
+  EXPECT_THAT(PartOf(saved, kSheetPath), HasSubstr("<f>SUM(&apos;[1]My data&apos;!A1:A9)</f>"))
+      << "cells of another book stay where they are";
+  EXPECT_THAT(PartOf(saved, kSheetPath), HasSubstr("<f>[1]!rate</f><v>2</v>"));
+  EXPECT_EQ(PackedPartOf(saved, "xl/externalLinks/externalLink1.xml"),
+            PackedPartOf(bytes, "xl/externalLinks/externalLink1.xml"));
+  EXPECT_EQ(PackedPartOf(saved, "xl/externalLinks/_rels/externalLink1.xml.rels"),
+            PackedPartOf(bytes, "xl/externalLinks/_rels/externalLink1.xml.rels"));
+  EXPECT_THAT(PartOf(saved, "xl/workbook.xml"), HasSubstr("<externalReference r:id=\"rId5\"/>"));
+}
+
 TEST(Reader, PrefixedAndStrictFiles) {
   TestFile file;
   constexpr std::string_view strict = "http://purl.oclc.org/ooxml/spreadsheetml/main";
@@ -82,6 +164,27 @@ TEST(Reader, PrefixedAndStrictFiles) {
   const XlsxBook again = ReadXlsx(saved);
   EXPECT_EQ(again.workbook->sheetAt(0).ValueAt({3, 3}), Value("new"));
   EXPECT_EQ(again.workbook->sheetAt(1).ValueAt({1, 1}), Value(1));
+}
+
+// In links and content types names are URIs; in the archive some programs write them so, some as they are.
+TEST(Reader, NamesOfPartsAreUris) {
+  for (const char* inArchive : {"xl/my sheet 100%.xml", "xl/my%20sheet%20100%25.xml"}) {
+    TestFile file;
+    file.Link("xl/workbook.xml", {"rId2 worksheet my%20sheet%20100%25.xml"})
+        .Set(inArchive, Worksheet("<sheetData><row><c><v>5</v></c></row></sheetData>"))
+        .Type("xl/my%20sheet%20100%25.xml", "application/x")
+        .Set("xl/workbook.xml",
+             "<workbook xmlns:r=\"r\"><sheets><sheet name=\"Data\" r:id=\"rId1\"/><sheet name=\"b\" r:id=\"rId2\"/>"
+             "</sheets></workbook>");
+    XlsxBook book = ReadXlsx(file.Bytes());
+    EXPECT_EQ(book.workbook->sheetAt(1).ValueAt({1, 1}), Value(5));
+    book.workbook->sheetAt(1).SetValue({1, 1}, 6);
+    book.workbook->AddSheet("c", 2);
+    const std::string saved = WriteXlsx(*book.workbook, book.package, kBook);
+    EXPECT_EQ(ReadXlsx(saved).workbook->sheetAt(1).ValueAt({1, 1}), Value(6)) << inArchive;
+    EXPECT_THAT(PartOf(saved, "[Content_Types].xml"),
+                HasSubstr("PartName=\"/xl/my%20sheet%20100%25.xml\" ContentType=\"application/x\""));
+  }
 }
 
 TEST(Reader, RowsAndColumnsAndWhatTheySay) {

@@ -1,5 +1,4 @@
-// Shows many values in a number format made of the bytes. The first eight are one of the values. For libFuzzer: see the
-// CMakeLists.txt.
+// Shows many values in a number format made of the bytes. The first eight are one of the values.
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +11,7 @@
 #include "engine/formula/NumberFormat.h"
 #include "engine/formula/NumberText.h"
 #include "engine/formula/Printer.h"
+#include "fuzz/Targets.h"
 
 namespace tolvane::engine {
 namespace {
@@ -42,10 +42,14 @@ void ShowInAllWays(const Value& value, std::string_view format) {
 }  // namespace
 }  // namespace tolvane::engine
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+namespace tolvane::fuzz {
+
+void NumberFormat(std::string_view input) {
+  const auto* const data = reinterpret_cast<const std::uint8_t*>(input.data());
+  const std::size_t size = input.size();
   using namespace tolvane::engine;
   double number = 0;
-  if (size < sizeof(number)) return 0;
+  if (size < sizeof(number)) return;
   std::memcpy(&number, data, sizeof(number));
   const std::string_view format(reinterpret_cast<const char*>(data) + sizeof(number), size - sizeof(number));
   if (std::isfinite(number)) ShowInAllWays(Value(number), format);
@@ -84,5 +88,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::optional<double> again = NumberFromText(NumberText(*typed));
     Require(again == typed, "reads as another number", format, Value(*typed));
   }
-  return 0;
 }
+
+}  // namespace tolvane::fuzz

@@ -1,6 +1,5 @@
 // Feeds texts to the parser of formulas. What it takes must print and read back as the same formula in both notations,
-// and come to a result within bounds. The first byte chooses the notation and the cell. For libFuzzer: see the
-// CMakeLists.txt.
+// and come to a result within bounds. The first byte chooses the notation and the cell.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -13,6 +12,7 @@
 #include "engine/formula/Parser.h"
 #include "engine/formula/Printer.h"
 #include "engine/model/Workbook.h"
+#include "fuzz/Targets.h"
 
 namespace tolvane::engine {
 namespace {
@@ -123,8 +123,13 @@ void Check(std::uint8_t choice, std::string_view text) {
 }  // namespace
 }  // namespace tolvane::engine
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
+namespace tolvane::fuzz {
+
+void Formula(std::string_view input) {
+  const auto* const data = reinterpret_cast<const std::uint8_t*>(input.data());
+  const std::size_t size = input.size();
+  if (size == 0) return;
   tolvane::engine::Check(data[0], std::string_view(reinterpret_cast<const char*>(data) + 1, size - 1));
-  return 0;
 }
+
+}  // namespace tolvane::fuzz
