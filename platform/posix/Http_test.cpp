@@ -13,7 +13,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 #include "platform/Files.h"
 #include "platform/TemporaryFolder.h"
 
