@@ -21,7 +21,8 @@ bool IsValidUtf8(std::string_view bytes);
 // Characters (code points) of a valid UTF-8 text.
 std::size_t CharacterCount(std::string_view text);
 
-// --- characters (code points) one by one ------------------------------------------------------------------------------
+// --- characters (code points) one by one
+// ------------------------------------------------------------------------------
 
 inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 // The character at byte `at` of the text, which must not be at its end; `at` moves behind it. Bytes that are not UTF-8

@@ -39,7 +39,8 @@ Variant Dispatch::InvokeId(DISPID id, std::string_view member, WORD flags, std::
   // The last argument stands first; they stay ours.
   std::vector<VARIANT> reversed;
   reversed.reserve(arguments.size());
-  for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) reversed.push_back(argument->get());
+  for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
+    reversed.push_back(argument->get());
   DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
   DISPID put = DISPID_PROPERTYPUT;
   if (flags == DISPATCH_PROPERTYPUT) {

@@ -73,9 +73,8 @@ void Deliver(Session& session, DISPID event, const EventArguments& arguments) {
     case event::kWorkbookBeforePrint:
       return ask(1, [&](ApplicationEvents& to, bool& cancel) { to.WorkbookBeforePrint(book(), cancel); });
     case event::kWorkbookBeforeSave:
-      return ask(2, [&](ApplicationEvents& to, bool& cancel) {
-        to.WorkbookBeforeSave(book(), arguments.Bool(1), cancel);
-      });
+      return ask(
+          2, [&](ApplicationEvents& to, bool& cancel) { to.WorkbookBeforeSave(book(), arguments.Bool(1), cancel); });
     case event::kSheetBeforeDoubleClick:
       return ask(2, [&](ApplicationEvents& to, bool& cancel) {
         to.SheetBeforeDoubleClick(sheet(), session.RangeOf(arguments.Object(1)), cancel);

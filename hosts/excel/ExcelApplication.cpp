@@ -9,7 +9,8 @@
 
 namespace tolvane::excel {
 
-// --- state -----------------------------------------------------------------------------------------------------------------
+// --- state
+// -----------------------------------------------------------------------------------------------------------------
 
 std::string ExcelApplication::Version() const {
   return object().Get("Version").AsText();
@@ -74,7 +75,8 @@ void ExcelApplication::EndCutCopyMode() {
   object().Put("CutCopyMode", false);
 }
 
-// --- what is open and in front ---------------------------------------------------------------------------------------------
+// --- what is open and in front
+// ---------------------------------------------------------------------------------------------
 
 Dispatch ExcelApplication::Books() const {
   return session_->ObjectOf("Workbooks", object().Get("Workbooks"));
@@ -131,7 +133,8 @@ void ExcelApplication::SelectionCut() {
   SelectionObject().Call("Cut");
 }
 
-// --- doing -----------------------------------------------------------------------------------------------------------------
+// --- doing
+// -----------------------------------------------------------------------------------------------------------------
 
 // Intersect and Union take 2 to 30 ranges.
 host::Range ExcelApplication::Joined(const char* member, std::vector<Variant> ranges) const {

@@ -15,7 +15,8 @@ bool IsOfSheet(std::string_view name) {
 
 }  // namespace
 
-// --- one name ----------------------------------------------------------------------------------------------------------
+// --- one name
+// ----------------------------------------------------------------------------------------------------------
 
 std::string ExcelName::NameText() const {
   return object().Get("Name").AsText();
@@ -45,7 +46,8 @@ void ExcelName::Delete() {
   object().Call("Delete");
 }
 
-// --- the names of a book or a sheet ---------------------------------------------------------------------------------------
+// --- the names of a book or a sheet
+// ---------------------------------------------------------------------------------------
 
 host::Name ExcelNames::Item(std::string_view name) const {
   const Variant found = object().Get("Item", name);

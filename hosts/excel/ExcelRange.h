@@ -17,7 +17,6 @@ class ExcelRange final : public host::RangeBody, public ObjectBody {
  public:
   ExcelRange(std::shared_ptr<Session> session, Dispatch range)
       : ObjectBody(std::move(session), std::move(range), "Row") {}
-  IDispatch* dispatch() const noexcept { return object().get(); }
 
   bool IsAlive() const noexcept override { return Answers(); }
   host::Gate& gate() const noexcept override { return session().gate(); }

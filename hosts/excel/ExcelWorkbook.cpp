@@ -1,7 +1,6 @@
 #include "hosts/excel/ExcelWorkbook.h"
 
 #include "hosts/excel/ExcelNames.h"
-#include "hosts/excel/Failure.h"
 
 namespace tolvane::excel {
 
@@ -73,10 +72,6 @@ std::vector<host::Window> ExcelWorkbook::Windows() const {
 
 void ExcelWorkbook::Activate() {
   object().Call("Activate");
-}
-
-void ExcelWorkbook::DefineStyle(const host::StyleDefinition&) {
-  ThrowNotYet("Workbook.DefineStyle");
 }
 
 std::vector<std::string> ExcelWorkbook::StyleNames() const {

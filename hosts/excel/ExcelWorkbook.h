@@ -16,7 +16,6 @@ class ExcelWorkbook final : public host::WorkbookBody, public ObjectBody {
  public:
   ExcelWorkbook(std::shared_ptr<Session> session, Dispatch book, std::uint64_t key)
       : ObjectBody(std::move(session), std::move(book), "Name"), key_(key) {}
-  IDispatch* dispatch() const noexcept { return object().get(); }
 
   bool IsAlive() const noexcept override { return Answers(); }
   host::Gate& gate() const noexcept override { return session().gate(); }

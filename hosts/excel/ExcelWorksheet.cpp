@@ -64,7 +64,8 @@ void ExcelWorksheet::Calculate() {
   object().Call("Calculate");
 }
 
-// --- cells ---------------------------------------------------------------------------------------------------------------
+// --- cells
+// ---------------------------------------------------------------------------------------------------------------
 
 host::Range ExcelWorksheet::RangeOf(std::string_view nameOrAddress) const {
   return session().RangeOf(object().Get("Range", nameOrAddress));

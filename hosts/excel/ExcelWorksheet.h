@@ -17,7 +17,6 @@ class ExcelWorksheet final : public host::WorksheetBody, public ObjectBody {
  public:
   ExcelWorksheet(std::shared_ptr<Session> session, Dispatch sheet, std::uint64_t key)
       : ObjectBody(std::move(session), std::move(sheet), "Name"), key_(key) {}
-  IDispatch* dispatch() const noexcept { return object().get(); }
 
   bool IsAlive() const noexcept override { return Answers(); }
   host::Gate& gate() const noexcept override { return session().gate(); }

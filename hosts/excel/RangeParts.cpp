@@ -11,7 +11,8 @@ constexpr int kBetween = 1;
 
 }  // namespace
 
-// --- validation ----------------------------------------------------------------------------------------------------------
+// --- validation
+// ----------------------------------------------------------------------------------------------------------
 
 void ExcelRange::ValidationDelete() {
   Part("Validation", "Validation").Call("Delete");
@@ -54,13 +55,14 @@ std::optional<host::ValidationRule> ExcelRange::ValidationRead() const {
   return rule;
 }
 
-// --- links ---------------------------------------------------------------------------------------------------------------
+// --- links
+// ---------------------------------------------------------------------------------------------------------------
 
 void ExcelRange::HyperlinksAdd(const host::HyperlinkTarget& target, const std::optional<std::string>& textToDisplay) {
   const auto given = [](const std::string& text) { return text.empty() ? Variant::Missing() : Variant(text); };
   // Anchor, Address, SubAddress, ScreenTip, TextToDisplay
   Part("Hyperlinks", "Hyperlinks")
-      .Call("Add", object().get(), target.address, given(target.subAddress), given(target.screenTip),
+      .Call("Add", dispatch(), target.address, given(target.subAddress), given(target.screenTip),
             textToDisplay ? Variant(*textToDisplay) : Variant::Missing());
 }
 
@@ -77,7 +79,8 @@ std::vector<host::HyperlinkTarget> ExcelRange::HyperlinksRead() const {
   return links;
 }
 
-// --- the filter ------------------------------------------------------------------------------------------------------------
+// --- the filter
+// ------------------------------------------------------------------------------------------------------------
 
 void ExcelRange::AutoFilter() {
   object().Call("AutoFilter");

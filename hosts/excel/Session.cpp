@@ -1,5 +1,7 @@
 #include "hosts/excel/Session.h"
 
+#include <utility>
+
 #include "hosts/excel/ExcelNames.h"
 #include "hosts/excel/ExcelRange.h"
 #include "hosts/excel/ExcelWindow.h"
@@ -17,6 +19,12 @@ void Session::End() {
   events_.End();
   known_.clear();
   application_ = Dispatch();
+}
+
+void Session::RaiseKeptInterrupt() {
+  if (std::exchange(interrupted_, false)) {
+    throw host::HostError(host::ErrorNumber::UserInterrupt, host::kUserInterruptText);
+  }
 }
 
 Dispatch Session::ObjectOf(std::string_view className, ComPtr<IDispatch> object) {
@@ -73,6 +81,7 @@ bool ObjectBody::Answers() const noexcept {
     return true;
   } catch (const host::HostError& error) {
     // Whatever else the program says, there is an object that says it.
+    if (error.number() == host::ErrorNumber::UserInterrupt) session_->KeepInterrupt();
     return error.number() != host::ErrorNumber::ObjectRequired;
   }
 }

@@ -29,9 +29,15 @@ class Session : public std::enable_shared_from_this<Session> {
   embedded::EventHub& events() noexcept { return events_; }
   const Dispatch& application() const noexcept { return application_; }
 
+  // The cancel key was noticed by a call that could not fail: the next that can shall.
+  void KeepInterrupt() noexcept { interrupted_ = true; }
+  void RaiseKeptInterrupt();
+
   // An object of the program as a value to call, of this class. Classes are told apart by their documented names alone.
   Dispatch ObjectOf(std::string_view className, ComPtr<IDispatch> object);
-  Dispatch ObjectOf(std::string_view className, const Variant& object) { return ObjectOf(className, object.AsObject()); }
+  Dispatch ObjectOf(std::string_view className, const Variant& object) {
+    return ObjectOf(className, object.AsObject());
+  }
 
   // The port's handles over what a member gave; Nothing over Nothing.
   host::Workbook WorkbookOf(const Variant& book) { return WorkbookOf(book.AsObject()); }
@@ -59,11 +65,15 @@ class Session : public std::enable_shared_from_this<Session> {
   };
   std::map<IUnknown*, Known> known_;
   std::uint64_t nextKey_ = 1;
+  bool interrupted_ = false;
   bool ended_ = false;
 };
 
 // What the bodies have in common: an object of the program. Alive as long as the program answers for it.
 class ObjectBody {
+ public:
+  IDispatch* dispatch() const noexcept { return object_.get(); }
+
  protected:
   // `probe` is a property that every living object of the class has and that costs nothing.
   ObjectBody(std::shared_ptr<Session> session, Dispatch object, const char* probe)
@@ -73,7 +83,11 @@ class ObjectBody {
   bool Answers() const noexcept;
   Session& session() const noexcept { return *session_; }
   const std::shared_ptr<Session>& sharedSession() const noexcept { return session_; }
-  const Dispatch& object() const noexcept { return object_; }
+  // To call, at the beginning of a member.
+  const Dispatch& object() const {
+    session_->RaiseKeptInterrupt();
+    return object_;
+  }
 
  private:
   std::shared_ptr<Session> session_;

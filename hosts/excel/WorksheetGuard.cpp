@@ -57,7 +57,8 @@ void ExcelWorksheet::SetEnableSelection(host::SelectionMode mode) {
   object().Put("EnableSelection", ConstantOf(mode));
 }
 
-// --- the filter ------------------------------------------------------------------------------------------------------------
+// --- the filter
+// ------------------------------------------------------------------------------------------------------------
 
 bool ExcelWorksheet::AutoFilterMode() const {
   return object().Get("AutoFilterMode").AsBool();

@@ -23,7 +23,8 @@ void EventSource::Tell(DISPID event, std::vector<Variant> arguments, bool* cance
     V_BOOLREF(&place) = &cancelled;
     reversed.push_back(place);
   }
-  for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) reversed.push_back(argument->get());
+  for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
+    reversed.push_back(argument->get());
   // A sink may connect and disconnect others: they are found again by their cookies.
   std::vector<DWORD> cookies;
   for (const auto& [cookie, sink] : sinks_) cookies.push_back(cookie);

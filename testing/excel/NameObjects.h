@@ -15,7 +15,8 @@ class NameObject final : public ObjectOf<NameObject> {
   const host::Name handle;
 };
 
-// The names of a sheet; or of a book, where Excel lists those of its sheets, too, and finds those of the sheet in front.
+// The names of a sheet; or of a book, where Excel lists those of its sheets, too, and finds those of the sheet in
+// front.
 class NamesObject final : public ObjectOf<NamesObject> {
  public:
   NamesObject(std::shared_ptr<World> world, host::Names names, host::Workbook book)

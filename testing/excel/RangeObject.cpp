@@ -1,11 +1,12 @@
 #include "testing/excel/RangeObject.h"
 
 #include "src/host/Errors.h"
+#include "src/host/Workbook.h"
 #include "src/host/Worksheet.h"
 #include "testing/excel/Collection.h"
 #include "testing/excel/Property.h"
 #include "testing/excel/RangeParts.h"
-#include "testing/excel/WorkbookObjects.h"
+#include "testing/excel/StyleObjects.h"
 #include "testing/excel/World.h"
 
 namespace tolvane::testing::excel {
@@ -47,7 +48,7 @@ Variant Style(RangeObject& r, const Call& call) {
     return {};
   }
   const std::optional<std::string> name = r.handle.Style();
-  return name ? New<StyleObject>(r.world(), *name) : Variant::Null();
+  return name ? New<StyleObject>(r.world(), r.handle.Parent().Parent(), *name) : Variant::Null();
 }
 
 }  // namespace
@@ -132,9 +133,7 @@ std::span<const RangeObject::Member> RangeObject::Members() {
          return r.Of(r.handle.Resize(rows, columns));
        }},
       {"End",
-       [](RangeObject& r, const Call& c) {
-         return r.Of(r.handle.End(static_cast<host::Direction>(c.At(0).AsInt())));
-       }},
+       [](RangeObject& r, const Call& c) { return r.Of(r.handle.End(static_cast<host::Direction>(c.At(0).AsInt()))); }},
       // --- doing
       {"Select", Calls<&Range::Select>},
       {"Activate", Calls<&Range::Activate>},

@@ -39,7 +39,8 @@ std::span<const BordersObject::Member> BordersObject::Members() {
   return kMembers;
 }
 
-// --- validation ----------------------------------------------------------------------------------------------------------
+// --- validation
+// ----------------------------------------------------------------------------------------------------------
 
 host::ValidationRule ValidationObject::Rule() const {
   const std::optional<host::ValidationRule> rule = handle.Rule();
@@ -95,7 +96,8 @@ std::span<const ValidationObject::Member> ValidationObject::Members() {
   return kMembers;
 }
 
-// --- links ---------------------------------------------------------------------------------------------------------------
+// --- links
+// ---------------------------------------------------------------------------------------------------------------
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include "testing/excel/Collection.h"
 #include "testing/excel/NameObjects.h"
 #include "testing/excel/Property.h"
+#include "testing/excel/StyleObjects.h"
 #include "testing/excel/World.h"
 
 namespace tolvane::testing::excel {
@@ -35,8 +36,7 @@ std::span<const WorkbookObject::Member> WorkbookObject::Members() {
          b.handle.SetProtectStructure(false);
          return Variant();
        }},
-      {"Names",
-       [](WorkbookObject& b, const Call&) { return New<NamesObject>(b.world(), b.handle.Names(), b.handle); }},
+      {"Names", [](WorkbookObject& b, const Call&) { return New<NamesObject>(b.world(), b.handle.Names(), b.handle); }},
       {"Worksheets", [](WorkbookObject& b, const Call&) { return New<WorksheetsObject>(b.world(), b.handle); }},
       {"ActiveSheet", [](WorkbookObject& b, const Call&) { return b.world()->Of(b.handle.ActiveSheet()); }},
       {"Windows",
@@ -45,12 +45,7 @@ std::span<const WorkbookObject::Member> WorkbookObject::Members() {
          for (const host::Window& window : b.handle.Windows()) windows.push_back(b.world()->Of(window));
          return New<Collection>(b.world(), std::move(windows));
        }},
-      {"Styles",
-       [](WorkbookObject& b, const Call&) {
-         std::vector<Variant> styles;
-         for (const std::string& name : b.handle.StyleNames()) styles.push_back(New<StyleObject>(b.world(), name));
-         return New<Collection>(b.world(), std::move(styles));
-       }},
+      {"Styles", [](WorkbookObject& b, const Call&) { return New<StylesObject>(b.world(), b.handle); }},
       {"Activate", Calls<&Workbook::Activate>},
       {"Save", Calls<&Workbook::Save>},
       {"SaveAs",
@@ -82,10 +77,8 @@ std::span<const WorkbooksObject::Member> WorkbooksObject::Members() {
          for (const Workbook& book : b.world()->program().Workbooks().All()) books.push_back(b.world()->Of(book));
          return Enumerator(std::move(books));
        }},
-      {"Open",
-       [](WorkbooksObject& b, const Call& call) {
-         return b.world()->Of(b.world()->program().Workbooks().Open(call.Text(0)));
-       }},
+      {"Open", [](WorkbooksObject& b,
+                  const Call& call) { return b.world()->Of(b.world()->program().Workbooks().Open(call.Text(0))); }},
       {"Add",
        [](WorkbooksObject& b, const Call& call) {
          const auto path = call.Has(0) ? std::optional(call.Text(0)) : std::nullopt;
@@ -123,13 +116,6 @@ std::span<const WorksheetsObject::Member> WorksheetsObject::Members() {
          }
          return s.world()->Of(added);
        }},
-  };
-  return kMembers;
-}
-
-std::span<const StyleObject::Member> StyleObject::Members() {
-  static constexpr Member kMembers[] = {
-      {"Name", [](StyleObject& s, const Call&) { return Variant(s.name_); }},
   };
   return kMembers;
 }

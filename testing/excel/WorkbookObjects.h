@@ -33,14 +33,4 @@ class WorksheetsObject final : public ObjectOf<WorksheetsObject> {
   const host::Workbook handle;
 };
 
-// A style of cells, as far as it has a name.
-class StyleObject final : public ObjectOf<StyleObject> {
- public:
-  StyleObject(std::shared_ptr<World> world, std::string name) : ObjectOf(std::move(world)), name_(std::move(name)) {}
-  static std::span<const Member> Members();
-
- private:
-  const std::string name_;
-};
-
 }  // namespace tolvane::testing::excel

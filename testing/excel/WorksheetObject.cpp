@@ -15,11 +15,11 @@ using host::Worksheet;
 namespace {
 
 constexpr bool host::Protection::*kAllowances[] = {
-    &host::Protection::allowFormattingCells,    &host::Protection::allowFormattingColumns,
-    &host::Protection::allowFormattingRows,     &host::Protection::allowInsertingColumns,
-    &host::Protection::allowInsertingRows,      &host::Protection::allowInsertingHyperlinks,
-    &host::Protection::allowDeletingColumns,    &host::Protection::allowDeletingRows,
-    &host::Protection::allowSorting,            &host::Protection::allowFiltering,
+    &host::Protection::allowFormattingCells,  &host::Protection::allowFormattingColumns,
+    &host::Protection::allowFormattingRows,   &host::Protection::allowInsertingColumns,
+    &host::Protection::allowInsertingRows,    &host::Protection::allowInsertingHyperlinks,
+    &host::Protection::allowDeletingColumns,  &host::Protection::allowDeletingRows,
+    &host::Protection::allowSorting,          &host::Protection::allowFiltering,
     &host::Protection::allowUsingPivotTables,
 };
 
@@ -110,18 +110,14 @@ std::span<const WorksheetObject::Member> WorksheetObject::Members() {
       {"Calculate", Calls<&Worksheet::Calculate>},
       {"Range", [](WorksheetObject& s, const Call& call) { return s.world()->Of(s.handle.Range(call.Text(0))); }},
       {"Cells", [](WorksheetObject& s, const Call&) { return s.world()->Of(s.handle.Cells()); }},
-      {"Rows",
-       [](WorksheetObject& s, const Call&) {
-         return New<RangeObject>(s.world(), s.handle.Cells(), RangeObject::Unit::Rows);
-       }},
+      {"Rows", [](WorksheetObject& s,
+                  const Call&) { return New<RangeObject>(s.world(), s.handle.Cells(), RangeObject::Unit::Rows); }},
       {"Columns",
        [](WorksheetObject& s, const Call&) {
          return New<RangeObject>(s.world(), s.handle.Cells(), RangeObject::Unit::Columns);
        }},
       {"Names",
-       [](WorksheetObject& s, const Call&) {
-         return New<NamesObject>(s.world(), s.handle.Names(), host::Workbook());
-       }},
+       [](WorksheetObject& s, const Call&) { return New<NamesObject>(s.world(), s.handle.Names(), host::Workbook()); }},
       {"ProtectContents", Reads<&Worksheet::ProtectContents>},
       {"Protection",
        [](WorksheetObject& s, const Call&) { return New<ProtectionObject>(s.world(), s.handle.Protection()); }},

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/Text.h"
 #include "src/host/Errors.h"
 #include "testing/excel/EventSource.h"
 #include "testing/excel/NameObjects.h"
@@ -81,8 +82,7 @@ class Walk final : public IEnumVARIANT {
 
 }  // namespace
 
-World::World(host::Application program)
-    : program_(std::move(program)), events_(std::make_unique<EventSource>(*this)) {}
+World::World(host::Application program) : program_(std::move(program)), events_(std::make_unique<EventSource>(*this)) {}
 
 World::~World() = default;
 
@@ -100,6 +100,12 @@ Variant World::Of(const host::Window& window) {
 }
 Variant World::Of(const host::Name& name) {
   return name.IsNothing() ? Nothing() : New<NameObject>(shared_from_this(), name);
+}
+
+host::StyleDefinition& World::StyleOf(const host::Workbook& book, const std::string& name) {
+  host::StyleDefinition& definition = styles_[{book.body()->Key(), platform::FoldCase(name)}];
+  definition.name = name;
+  return definition;
 }
 
 host::Workbook BookBehind(IDispatch* object) {

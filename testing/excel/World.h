@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -31,6 +32,9 @@ class World : public std::enable_shared_from_this<World> {
   Variant Of(const host::Window& window);
   Variant Of(const host::Name& name);
 
+  // What a style of a book was last defined as; of one that was not defined here, nothing but its name.
+  host::StyleDefinition& StyleOf(const host::Workbook& book, const std::string& name);
+
   // Told by the objects themselves.
   void CountObject(int change) noexcept { objects_ += change; }
   void ForgetBook(std::uint64_t key) noexcept { books_.erase(key); }
@@ -42,6 +46,7 @@ class World : public std::enable_shared_from_this<World> {
   std::unique_ptr<EventSource> events_;
   std::map<std::uint64_t, Object*> books_;
   std::map<std::uint64_t, Object*> sheets_;
+  std::map<std::pair<std::uint64_t, std::string>, host::StyleDefinition> styles_;  // by book and folded name
   int objects_ = 0;
 };
 

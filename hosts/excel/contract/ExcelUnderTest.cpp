@@ -18,9 +18,7 @@ using testing::excel::World;
 class ExcelUnderTest final : public HostUnderTest {
  public:
   ExcelUnderTest() { Fresh(); }
-  ~ExcelUnderTest() override {
-    lookalike_.reset();
-  }
+  ~ExcelUnderTest() override { lookalike_.reset(); }
 
   void Fresh() override {
     RequireNoObjects();
