@@ -42,8 +42,8 @@ class MemorySettings final : public Settings {
   std::unordered_map<std::string, std::string> values_;
 };
 
-// $XDG_CONFIG_HOME/tolvane/settings.ini, or below ~/.config where that is not set to an absolute path. Throws FileError
-// where neither that nor HOME is.
+// $XDG_CONFIG_HOME/tolvane/settings.ini, or below ~/.config where that is not set to an absolute path; on Windows below
+// %APPDATA%. Throws FileError where none of them is.
 std::filesystem::path UserSettingsFile();
 
 // A text file, which several programs may use at once:

@@ -21,6 +21,21 @@ bool IsValidUtf8(std::string_view bytes);
 // Characters (code points) of a valid UTF-8 text.
 std::size_t CharacterCount(std::string_view text);
 
+// --- characters (code points) one by one
+// ------------------------------------------------------------------------------
+
+inline constexpr char32_t kReplacementCharacter = 0xFFFD;
+// The character at byte `at` of the text, which must not be at its end; `at` moves behind it. Bytes that are not UTF-8
+// are one U+FFFD or several.
+char32_t NextCharacter(std::string_view text, std::size_t& at);
+void AppendCharacter(std::string& text, char32_t character);
+bool IsLetter(char32_t character);
+bool IsLetterOrDigit(char32_t character);
+// A character that would become several stays as it is.
+char32_t LowerCharacter(char32_t character);
+char32_t TitleCharacter(char32_t character);
+char32_t FoldCharacter(char32_t character);
+
 // Decoders to UTF-8. A byte order mark is a character like any other: cut it off first. Bytes that mean nothing in the
 // code page become U+FFFD, except Windows-1252's five unassigned bytes, which keep their number.
 std::string FromUtf16Le(std::string_view bytes);

@@ -1,13 +1,12 @@
 #include "platform/XmlWellFormed.h"
 
-#include <unicode/utf8.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "platform/Text.h"
+#include "platform/Utf8.h"
 #include "platform/Xml.h"
 
 namespace tolvane::platform {
@@ -94,8 +93,7 @@ class Scanner {
   void CheckCharacters() const {
     for (std::size_t at = 0; at < text_.size();) {
       const std::size_t start = at;
-      UChar32 c = 0;
-      U8_NEXT(text_.data(), at, text_.size(), c);
+      const std::int32_t c = DecodeUtf8(text_, at);
       if (c < 0) Fail(start, "the text is not UTF-8");
       if (!IsXmlCharacter(c)) {
         Fail(start, "the character with the number " + std::to_string(c) + " is not allowed in XML");

@@ -1,8 +1,5 @@
 #include "engine/formula/Criterion.h"
 
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
-
 #include "engine/formula/Coercion.h"
 #include "engine/formula/NumberText.h"
 #include "platform/Text.h"
@@ -14,12 +11,7 @@ namespace {
 std::u32string Folded(std::string_view text) {
   std::u32string out;
   out.reserve(text.size());
-  const auto length = static_cast<std::int32_t>(text.size());
-  for (std::int32_t i = 0; i < length;) {
-    UChar32 c = 0;
-    U8_NEXT_OR_FFFD(text.data(), i, length, c);
-    out += static_cast<char32_t>(u_foldCase(c, U_FOLD_CASE_DEFAULT));
-  }
+  for (std::size_t at = 0; at < text.size();) out += platform::FoldCharacter(platform::NextCharacter(text, at));
   return out;
 }
 

@@ -1,8 +1,5 @@
 #include "engine/formula/SheetPrefix.h"
 
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
-
 #include "engine/formula/Printer.h"
 #include "engine/formula/ReferenceText.h"
 #include "platform/Text.h"
@@ -47,8 +44,8 @@ std::size_t WordEnd(std::string_view text, std::size_t from) {
   return from;
 }
 
-bool IsPlainCharacter(UChar32 c) {
-  return c == '_' || c == '.' || u_isalnum(c);
+bool IsPlainCharacter(char32_t c) {
+  return c == '_' || c == '.' || platform::IsLetterOrDigit(c);
 }
 
 bool IsReferenceInSomeNotation(std::string_view word) {
@@ -112,11 +109,8 @@ bool LooksLikeFileName(std::string_view name) {
 
 bool NeedsQuotes(std::string_view name) {
   if (name.empty() || IsDigit(name[0]) || name[0] == '.') return true;
-  const auto length = static_cast<std::int32_t>(name.size());
-  for (std::int32_t i = 0; i < length;) {
-    UChar32 c = 0;
-    U8_NEXT(name.data(), i, length, c);
-    if (c < 0 || !IsPlainCharacter(c)) return true;
+  for (std::size_t at = 0; at < name.size();) {
+    if (!IsPlainCharacter(platform::NextCharacter(name, at))) return true;
   }
   const std::string upper = platform::UpperCase(name);
   return upper == "TRUE" || upper == "FALSE" || IsReferenceInSomeNotation(name);

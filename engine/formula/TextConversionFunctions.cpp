@@ -1,5 +1,3 @@
-#include <unicode/utf8.h>
-
 #include <cmath>
 
 #include "engine/formula/Coercion.h"
@@ -87,20 +85,17 @@ Operand UniChar(FunctionCall& call) {
   const std::int64_t code = call.Whole(0);
   constexpr std::int64_t kLastCharacter = 0x10FFFF;
   if (code < 1 || code > kLastCharacter) return ErrorCode::Value;
-  if (U_IS_SURROGATE(static_cast<UChar32>(code))) return ErrorCode::NA;
-  char bytes[U8_MAX_LENGTH];
-  std::int32_t size = 0;
-  U8_APPEND_UNSAFE(bytes, size, static_cast<UChar32>(code));
-  return Value(std::string_view(bytes, static_cast<std::size_t>(size)));
+  if (code >= 0xD800 && code <= 0xDFFF) return ErrorCode::NA;  // a surrogate
+  std::string character;
+  platform::AppendCharacter(character, static_cast<char32_t>(code));
+  return Value(character);
 }
 
 Operand Unicode(FunctionCall& call) {
   const std::string text = call.Text(0);
   if (text.empty()) return ErrorCode::Value;
-  std::int32_t i = 0;
-  UChar32 character = 0;
-  U8_NEXT_OR_FFFD(text.data(), i, static_cast<std::int32_t>(text.size()), character);
-  return static_cast<double>(character);
+  std::size_t at = 0;
+  return static_cast<double>(platform::NextCharacter(text, at));
 }
 
 // Blanks do not count, group separators only before the decimal one, percent signs at the end divide.

@@ -1,6 +1,3 @@
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
-
 #include <algorithm>
 
 #include "engine/formula/Coercion.h"
@@ -125,17 +122,12 @@ Operand Proper(FunctionCall& call) {
   const std::string text = call.Text(0);
   std::string out;
   bool afterLetter = false;
-  const auto length = static_cast<std::int32_t>(text.size());
-  for (std::int32_t i = 0; i < length;) {
-    UChar32 c = 0;
-    U8_NEXT_OR_FFFD(text.data(), i, length, c);
-    const bool isLetter = u_isalpha(c);
-    if (isLetter) c = afterLetter ? u_tolower(c) : u_totitle(c);
+  for (std::size_t at = 0; at < text.size();) {
+    char32_t c = platform::NextCharacter(text, at);
+    const bool isLetter = platform::IsLetter(c);
+    if (isLetter) c = afterLetter ? platform::LowerCharacter(c) : platform::TitleCharacter(c);
     afterLetter = isLetter;
-    char bytes[U8_MAX_LENGTH];
-    std::int32_t size = 0;
-    U8_APPEND_UNSAFE(bytes, size, c);
-    out.append(bytes, static_cast<std::size_t>(size));
+    platform::AppendCharacter(out, c);
   }
   return Value(out);
 }

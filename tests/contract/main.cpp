@@ -6,6 +6,9 @@
 #include <iostream>
 
 #include "tests/contract/Run.h"
+#ifdef _WIN32
+#include "hosts/excel/contract/ExcelUnderTest.h"
+#endif
 
 namespace tolvane::contract {
 namespace {
@@ -14,7 +17,12 @@ struct HostEntry {
   std::string_view name;
   std::unique_ptr<HostUnderTest> (*make)();
 };
-constexpr HostEntry kHosts[] = {{"embedded", MakeEmbeddedUnderTest}};
+constexpr HostEntry kHosts[] = {
+    {"embedded", MakeEmbeddedUnderTest},
+#ifdef _WIN32
+    {"excel", MakeExcelUnderTest},
+#endif
+};
 
 void List(const std::vector<ContractCase>& cases) {
   for (const ContractCase& one : cases) {

@@ -61,6 +61,14 @@ TEST(ArrowsTest, NothingButTestsKnowsTheTestTools) {
   EXPECT_THAT(Check("hosts/embedded/X_test.cpp", "#include \"testing/ScriptedDesk.h\"\n"), IsEmpty());
 }
 
+TEST(ArrowsTest, TheExcelHostKnowsThePortOnly) {
+  EXPECT_THAT(Check("hosts/excel/X.cpp", "#include <windows.h>\n#include \"src/host/Range.h\"\n"), IsEmpty());
+  EXPECT_THAT(Check("hosts/excel/X.cpp", "#include \"engine/model/Workbook.h\"\n").size(), 1u);
+  EXPECT_THAT(Check("hosts/excel/X.cpp", "#include \"hosts/embedded/EmbeddedRange.h\"\n").size(), 1u);
+  EXPECT_THAT(Check("hosts/excel/X.cpp", "#include \"testing/excel/World.h\"\n").size(), 1u);
+  EXPECT_THAT(Check("testing/excel/X.cpp", "#include \"hosts/excel/Variant.h\"\n"), IsEmpty());
+}
+
 TEST(ArrowsTest, AFileOutsideOfEveryRoomIsFound) {
   EXPECT_THAT(Check("misc/X.cpp", ""), ElementsAre("misc/X.cpp: stands in no room that the architecture knows"));
 }

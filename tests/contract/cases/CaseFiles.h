@@ -9,6 +9,7 @@ namespace tolvane::contract {
 // The cases of each file of this folder.
 std::vector<ContractCase> ApplicationStateCases();
 std::vector<ContractCase> BulkRowsCases();
+std::vector<ContractCase> BulkRowsPropertyCases();
 std::vector<ContractCase> ClicksCases();
 std::vector<ContractCase> ClipboardCases();
 std::vector<ContractCase> CommandBarsCases();

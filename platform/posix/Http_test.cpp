@@ -13,9 +13,9 @@
 #include <thread>
 #include <vector>
 
-#include "platform/FileDescriptor.h"
 #include "platform/Files.h"
 #include "platform/TemporaryFolder.h"
+#include "platform/posix/FileDescriptor.h"
 
 namespace tolvane::platform {
 namespace {

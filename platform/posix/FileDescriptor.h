@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 namespace tolvane::platform {
 
 // Owns a POSIX file descriptor; a negative one is none. For the sources of this folder only: other systems have none.
@@ -16,6 +18,7 @@ class FileDescriptor {
 
   bool IsOpen() const { return descriptor_ >= 0; }
   int Get() const { return descriptor_; }
+  int Release() { return std::exchange(descriptor_, -1); }
 
  private:
   int descriptor_;
