@@ -11,8 +11,8 @@ std::unique_ptr<pugi::xml_document> ParseDom(std::string_view xml, const std::st
   while (reader.Next() != XmlReader::Event::Eof) {
   }
   auto document = std::make_unique<pugi::xml_document>();
-  constexpr unsigned kKeepAll =
-      pugi::parse_default | pugi::parse_pi | pugi::parse_comments | pugi::parse_declaration | pugi::parse_ws_pcdata;
+  // All but the declaration: PrintDom writes one.
+  constexpr unsigned kKeepAll = pugi::parse_default | pugi::parse_pi | pugi::parse_comments | pugi::parse_ws_pcdata;
   const auto result = document->load_buffer(xml.data(), xml.size(), kKeepAll, pugi::encoding_utf8);
   if (!result) throw XlsxError("The part " + partName + " of the file cannot be read: " + result.description());
   return document;
