@@ -1,6 +1,7 @@
 #include "platform/FileCalls.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -14,14 +15,14 @@ ssize_t FileCalls::ReadLink(const std::filesystem::path& path, char* to, std::si
 int FileCalls::Stat(const std::filesystem::path& path, struct stat& status) {
   return ::stat(path.c_str(), &status);
 }
+int FileCalls::AccessForWriting(const std::filesystem::path& path) {
+  return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS);
+}
 int FileCalls::MakeTemporary(std::string& name) {
   return ::mkostemp(name.data(), O_CLOEXEC);
 }
 int FileCalls::Open(const std::filesystem::path& path, int flags) {
   return ::open(path.c_str(), flags | O_CLOEXEC);
-}
-int FileCalls::OpenNew(const std::filesystem::path& path) {
-  return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
 }
 ssize_t FileCalls::Read(int file, char* to, std::size_t most) {
   return ::read(file, to, most);
@@ -34,6 +35,9 @@ int FileCalls::ChangeMode(int file, mode_t mode) {
 }
 int FileCalls::ChangeOwner(int file, uid_t user, gid_t group) {
   return ::fchown(file, user, group);
+}
+int FileCalls::TryLock(int file) {
+  return ::flock(file, LOCK_EX | LOCK_NB);
 }
 int FileCalls::Sync(int file) {
   return ::fsync(file);

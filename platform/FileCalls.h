@@ -16,13 +16,16 @@ class FileCalls {
   virtual ~FileCalls() = default;
   virtual ssize_t ReadLink(const std::filesystem::path& path, char* to, std::size_t most);
   virtual int Stat(const std::filesystem::path& path, struct stat& status);
+  // Whether the file may be written to.
+  virtual int AccessForWriting(const std::filesystem::path& path);
   virtual int MakeTemporary(std::string& name);  // name ends with XXXXXX, which is filled in
   virtual int Open(const std::filesystem::path& path, int flags);
-  virtual int OpenNew(const std::filesystem::path& path);  // for writing, for its owner only
   virtual ssize_t Read(int file, char* to, std::size_t most);
   virtual ssize_t Write(int file, const char* bytes, std::size_t count);
   virtual int ChangeMode(int file, mode_t mode);
   virtual int ChangeOwner(int file, uid_t user, gid_t group);
+  // The lock of this opening alone, which ends when it is closed or its process ends. Does not wait.
+  virtual int TryLock(int file);
   virtual int Sync(int file);
   virtual int Close(int file);
   virtual int Link(const std::filesystem::path& from, const std::filesystem::path& to);

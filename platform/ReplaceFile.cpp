@@ -1,165 +1,183 @@
 #include "platform/ReplaceFile.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <system_error>
 #include <utility>
 
 #include "platform/Files.h"
+#include "platform/SideFile.h"
 
 namespace tolvane::platform {
 namespace {
 
 constexpr std::size_t kBlock = 64 * 1024;
-constexpr int kMostLinks = 40;  // as the system itself
+
+FileStamp StampFrom(const struct stat& status) {
+  return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec,
+          status.st_mtim.tv_nsec};
+}
+
+std::string Reason(int error) {
+  return std::generic_category().message(error);
+}
+
+std::string_view Advice(int error) {
+  switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+      return "Make room on the disk, or choose a place on another one";
+    case EACCES:
+    case EPERM:
+    case EROFS:
+      return "You may not write there: choose another folder, or have the rights of the file and its folder changed";
+    case ENOENT:
+    case ENOTDIR:
+      return "Make the folder first, or choose another one";
+    case ENAMETOOLONG:
+      return "Choose a shorter name";
+    case EIO:
+      return "The disk may be failing: choose a place on another one";
+    case EFBIG:
+      return "Files of that size may not be written there: choose another place";
+    default:
+      return "Try again, or choose another place";
+  }
+}
 
 class Replacement {
  public:
-  Replacement(const std::filesystem::path& path, FileCalls& calls) : path_(path), calls_(calls) {}
+  Replacement(const std::filesystem::path& path, const ReplaceOptions& options, FileCalls& calls)
+      : path_(path), options_(options), calls_(calls) {}
   Replacement(const Replacement&) = delete;
   Replacement& operator=(const Replacement&) = delete;
   ~Replacement() {
-    if (file_ >= 0) calls_.Close(file_);
-    if (!temporary_.empty()) calls_.Unlink(temporary_);
+    const int error = errno;
     if (!pending_.empty()) calls_.Unlink(pending_);
+    errno = error;
   }
 
-  std::optional<std::string> Run(std::string_view content, int backups) {
-    FollowLinks();
+  std::optional<std::string> Run(std::string_view content) {
+    target_ = AtEndOfLinks(path_, calls_);
+    if (target_.empty()) Fail();
+    RemoveLeftovers(target_, calls_);  // first: they may be what fills the disk
     struct stat old = {};
-    const bool exists = calls_.Stat(target_, old) == 0;
-    if (!exists && errno != ENOENT) Fail();
-    WriteTemporary(content, exists ? &old : nullptr);
-    // A pending name that is there already is from a save that was cut off: it is the version before this one.
+    const bool exists = FindOld(old);
+    SideFile fresh(target_, calls_);
+    if (!fresh.isOpen()) Fail();
+    if (exists) TakeOver(fresh, old);
+    if (!fresh.Write(content) || calls_.Sync(fresh.file()) != 0) Fail();
+    struct stat written = {};
+    if (calls_.Stat(fresh.name(), written) != 0) Fail();
+
     std::optional<std::string> warning;
-    if (backups > 0 && exists) {
-      warning = MoveUp(backups, Name(0));
-      KeepOld(old);
-    }
-    if (calls_.Rename(temporary_, target_) != 0) Fail();
-    temporary_.clear();
-    const bool isSynced = SyncFolder();
-    const int syncError = errno;
+    if (options_.backups > 0 && exists) warning = KeepOld(old);
+    // Once more, since writing takes its time. What comes between this and the next call is lost.
+    if (options_.seen != nullptr) FindOld(old);
+    if (!fresh.RenameTo(target_)) Fail();
+    if (options_.seen != nullptr) *options_.seen = StampFrom(written);
+    const int syncError = SyncFolder();
     if (!pending_.empty()) {
-      if (auto why = MoveUp(backups, pending_)) {
-        warning = std::move(why);
-      } else {
-        pending_.clear();
-      }
+      if (auto why = MoveUp(pending_)) warning = std::move(why);
+      pending_.clear();
     }
-    if (!isSynced) {
-      errno = syncError;
-      Fail();
+    if (syncError != 0) {
+      throw FileError("wrote " + PathToUtf8(path_) + ", but a power cut may still undo that: " + Reason(syncError) +
+                      ". Save it again");
     }
     return warning;
   }
 
  private:
   [[noreturn]] void Fail() const {
-    throw FileError("cannot write " + PathToUtf8(path_) + ": " + std::generic_category().message(errno));
+    const int error = errno;
+    throw FileError("cannot write " + PathToUtf8(path_) + ": " + Reason(error) + ". " + std::string(Advice(error)) +
+                    ". What is there has not been changed");
   }
 
   std::filesystem::path Name(int backup) const { return target_.native() + ".bak" + std::to_string(backup); }
 
-  // A link keeps pointing where it does, even to a file that is not there yet.
-  void FollowLinks() {
-    std::error_code error;
-    target_ = std::filesystem::absolute(path_, error);
-    if (error) throw FileError("cannot write " + PathToUtf8(path_) + ": " + error.message());
-    for (int links = 0;; ++links) {
-      std::array<char, PATH_MAX> aim;
-      const ssize_t size = calls_.ReadLink(target_, aim.data(), aim.size());
-      if (size < 0 && (errno == EINVAL || errno == ENOENT)) return;  // no link
-      if (links == kMostLinks) errno = ELOOP;
-      if (size < 0 || links == kMostLinks) Fail();
-      target_ = target_.parent_path() / std::string(aim.data(), static_cast<std::size_t>(size));
+  bool FindOld(struct stat& old) {
+    if (calls_.Stat(target_, old) != 0) {
+      if (errno != ENOENT) Fail();
+      return false;
     }
-  }
-
-  bool WriteAll(std::string_view bytes) {
-    while (!bytes.empty()) {
-      const ssize_t written = calls_.Write(file_, bytes.data(), bytes.size());
-      if (written < 0 && errno == EINTR) continue;
-      if (written < 0) return false;
-      bytes.remove_prefix(static_cast<std::size_t>(written));
+    if (!S_ISREG(old.st_mode)) {
+      errno = S_ISDIR(old.st_mode) ? EISDIR : EINVAL;
+      Fail();
+    }
+    if (calls_.AccessForWriting(target_) != 0) Fail();
+    if (options_.seen != nullptr && *options_.seen != StampFrom(old)) {
+      throw FileError("cannot write " + PathToUtf8(path_) +
+                      ": another program has changed it since it was opened here. Save under another name, so that "
+                      "both versions are there, and compare them. What is there has not been changed");
     }
     return true;
   }
 
-  bool CloseFile() { return calls_.Close(std::exchange(file_, -1)) == 0; }
-
-  void WriteTemporary(std::string_view content, const struct stat* old) {
-    std::string name = target_.native() + ".XXXXXX";
-    file_ = calls_.MakeTemporary(name);
-    if (file_ < 0) Fail();
-    temporary_ = name;
-    if (old != nullptr) TakeOver(*old);
-    if (!WriteAll(content) || calls_.Sync(file_) != 0 || !CloseFile()) Fail();
-  }
-
   // Only the superuser may give files away. Who cannot keeps the group at least, or, where that fails too, what the
   // file's own mode allows to all.
-  void TakeOver(const struct stat& old) {
+  void TakeOver(const SideFile& fresh, const struct stat& old) {
     struct stat now = {};
     mode_t mode = old.st_mode & 07777;
-    if (calls_.Stat(temporary_, now) != 0) Fail();
+    if (calls_.Stat(fresh.name(), now) != 0) Fail();
     if (now.st_uid != old.st_uid || now.st_gid != old.st_gid) {
-      if (calls_.ChangeOwner(file_, old.st_uid, old.st_gid) != 0) {
+      if (calls_.ChangeOwner(fresh.file(), old.st_uid, old.st_gid) != 0) {
         if (errno != EPERM) Fail();
-        if (calls_.ChangeOwner(file_, static_cast<uid_t>(-1), old.st_gid) != 0) {
+        if (calls_.ChangeOwner(fresh.file(), static_cast<uid_t>(-1), old.st_gid) != 0) {
           if (errno != EPERM) Fail();
           mode &= ~static_cast<mode_t>(S_IRWXG | S_ISUID | S_ISGID);
         }
       }
     }
-    if (calls_.ChangeMode(file_, mode) != 0) Fail();
+    if (calls_.ChangeMode(fresh.file(), mode) != 0) Fail();
   }
 
   // The old file gets a second name; on disks that know no such thing, a copy.
-  void KeepOld(const struct stat& old) {
+  std::optional<std::string> KeepOld(const struct stat& old) {
     const std::filesystem::path pending = Name(0);
-    if (calls_.Link(target_, pending) == 0) {
-      pending_ = pending;
-      return;
+    struct stat there = {};
+    if (calls_.Stat(pending, there) == 0) {
+      // From a replacement that was cut off: this very version, or the one before.
+      if (there.st_dev == old.st_dev && there.st_ino == old.st_ino) {
+        pending_ = pending;
+        return std::nullopt;
+      }
+      if (auto why = MoveUp(pending)) return why;
     }
-    if (errno == EEXIST) return;  // it could not be moved up, and MoveUp has told
-    const int from = calls_.Open(target_, O_RDONLY);
-    if (from < 0) Fail();
-    file_ = calls_.OpenNew(pending);
-    const int openError = errno;
-    if (file_ >= 0) pending_ = pending;
-    bool isCopied = file_ >= 0 && calls_.ChangeMode(file_, old.st_mode & 0777) == 0;
-    int copyError = file_ < 0 ? openError : errno;
-    std::array<char, kBlock> block;
-    while (isCopied) {
-      const ssize_t count = calls_.Read(from, block.data(), block.size());
-      if (count < 0 && errno == EINTR) continue;
-      if (count == 0) break;
-      isCopied = count > 0 && WriteAll({block.data(), static_cast<std::size_t>(count)});
-      copyError = errno;
-    }
-    if (isCopied) {
-      isCopied = calls_.Sync(file_) == 0 && CloseFile();
-      copyError = errno;
-    }
-    calls_.Close(from);
-    if (isCopied) return;
-    errno = copyError;
-    Fail();
+    if (calls_.Link(target_, pending) != 0 && !Copy(old, pending)) Fail();
+    pending_ = pending;
+    return std::nullopt;
   }
 
-  // Every backup takes the next number, and `newest`, where it is there, becomes the first.
-  std::optional<std::string> MoveUp(int backups, const std::filesystem::path& newest) {
-    struct stat status = {};
-    if (calls_.Stat(newest, status) != 0) {
-      if (errno == ENOENT) return std::nullopt;
-      return Warning();
+  bool Copy(const struct stat& old, const std::filesystem::path& to) {
+    SideFile copy(target_, calls_);
+    if (!copy.isOpen()) return false;
+    const int from = calls_.Open(target_, O_RDONLY);
+    if (from < 0) return false;
+    const bool isCopied = calls_.ChangeMode(copy.file(), old.st_mode & 0777) == 0 && CopyBytes(from, copy) &&
+                          calls_.Sync(copy.file()) == 0 && copy.RenameTo(to);
+    const int error = errno;
+    calls_.Close(from);
+    errno = error;
+    return isCopied;
+  }
+
+  bool CopyBytes(int from, SideFile& to) {
+    std::array<char, kBlock> block;
+    for (;;) {
+      const ssize_t count = calls_.Read(from, block.data(), block.size());
+      if (count < 0 && errno == EINTR) continue;
+      if (count <= 0) return count == 0;
+      if (!to.Write({block.data(), static_cast<std::size_t>(count)})) return false;
     }
-    for (int number = backups - 1; number >= 1; --number) {
+  }
+
+  // Every backup takes the next number, and `newest` becomes the first.
+  std::optional<std::string> MoveUp(const std::filesystem::path& newest) {
+    for (int number = options_.backups - 1; number >= 1; --number) {
       if (calls_.Rename(Name(number), Name(number + 1)) != 0 && errno != ENOENT) return Warning();
     }
     if (calls_.Rename(newest, Name(1)) != 0) return Warning();
@@ -167,39 +185,43 @@ class Replacement {
   }
 
   std::string Warning() const {
-    return "saved " + PathToUtf8(path_) +
-           ", but its former version could not be kept: " + std::generic_category().message(errno);
+    return "saved " + PathToUtf8(path_) + ", but the former versions could not be moved up from " +
+           PathToUtf8(Name(0)) + ": " + Reason(errno);
   }
 
-  // The new name is an entry of the folder, which reaches the disk by itself.
-  bool SyncFolder() {
+  // The new name is an entry of the folder, which reaches the disk by itself. Nothing more can be done in a folder that
+  // may not be read, or on a disk that syncs no folders.
+  int SyncFolder() {
     const int folder = calls_.Open(target_.parent_path(), O_RDONLY | O_DIRECTORY);
-    if (folder < 0) return false;
-    const bool isSynced = calls_.Sync(folder) == 0;
-    const int error = errno;
+    if (folder < 0) return errno == EACCES ? 0 : errno;
+    const int error = calls_.Sync(folder) == 0 || errno == EINVAL ? 0 : errno;
     calls_.Close(folder);
-    errno = error;
-    return isSynced;
+    return error;
   }
 
   const std::filesystem::path& path_;
+  const ReplaceOptions& options_;
   FileCalls& calls_;
   std::filesystem::path target_;
-  std::string temporary_;          // not yet renamed
-  std::filesystem::path pending_;  // not yet moved up
-  int file_ = -1;
+  std::string pending_;  // the former version, as long as a failure must take it away again
 };
 
 }  // namespace
 
-std::optional<std::string> ReplaceFileKeeping(const std::filesystem::path& path, std::string_view content, int backups,
-                                              FileCalls& calls) {
-  return Replacement(path, calls).Run(content, backups);
+std::optional<FileStamp> StampOf(const std::filesystem::path& path) {
+  struct stat status = {};
+  if (FileCalls().Stat(path, status) != 0) return std::nullopt;
+  return StampFrom(status);
+}
+
+std::optional<std::string> ReplaceFileKeeping(const std::filesystem::path& path, std::string_view content,
+                                              const ReplaceOptions& options, FileCalls& calls) {
+  return Replacement(path, options, calls).Run(content);
 }
 
 void ReplaceFile(const std::filesystem::path& path, std::string_view content) {
   FileCalls calls;
-  ReplaceFileKeeping(path, content, 0, calls);
+  ReplaceFileKeeping(path, content, {}, calls);
 }
 
 }  // namespace tolvane::platform

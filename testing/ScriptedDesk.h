@@ -13,7 +13,7 @@
 #include <variant>
 #include <vector>
 
-#include "hosts/embedded/Desk.h"
+#include "hosts/shell/Desk.h"
 
 namespace tolvane::testing {
 
@@ -29,7 +29,7 @@ class ScriptError : public std::logic_error {
 // Answers wait in one queue, in the order in which the questions will come; those that a form raises while it is up
 // come after the form. A question that the next answer does not fit throws ScriptError and is kept in Unanswered, since
 // the program may swallow the error.
-class ScriptedDesk final : public embedded::Desk {
+class ScriptedDesk final : public shell::Desk {
  public:
   // --- what the user will do --------------------------------------------------------------------------------------
   // A message box; `text` is the whole of it.

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "hosts/embedded/Desk.h"
+#include "hosts/shell/Desk.h"
 #include "platform/Settings.h"
 
 namespace tolvane::app {
 
 // The surroundings of a command that runs without asking: messages go to standard error and are answered by their
 // default button, no file is chosen, no form is filled in. The clock, files and settings are the machine's.
-class BatchDesk final : public embedded::Desk {
+class BatchDesk final : public shell::Desk {
  public:
   host::MessageResult MsgBox(std::string_view text, int style, std::string_view title) override;
   void ShowForm(host::Form& form) override;

@@ -1,6 +1,8 @@
 #include "apps/tolvane/TableCommand.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <iostream>
 #include <iterator>
 #include <stdexcept>
 #include <string_view>
@@ -8,23 +10,17 @@
 
 #include "apps/tolvane/BatchDesk.h"
 #include "apps/tolvane/TextTable.h"
+#include "engine/xlsx/Xlsx.h"
 #include "hosts/embedded/EmbeddedHost.h"
+#include "hosts/files/XlsxFiles.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
 namespace tolvane::app {
 namespace {
 
-// The workbooks of this command live in memory only.
-class NoFiles final : public embedded::BookFiles {
- public:
-  Opened Open(const std::string& path) override {
-    throw host::HostError(host::ErrorNumber::ApplicationDefined, "Workbook files cannot be opened yet: " + path);
-  }
-  void Save(const engine::Workbook&, const std::string& path) override {
-    throw host::HostError(host::ErrorNumber::ApplicationDefined, "Workbook files cannot be saved yet: " + path);
-  }
-};
+// More would not be looked at, and one stray cell at the end of the grid would fill the memory.
+constexpr std::int64_t kMostCells = 5'000'000;
 
 std::string ReadAll(const std::string& file, std::istream& input) {
   const std::string bytes = file == "-" ? std::string(std::istreambuf_iterator<char>(input), {})
@@ -66,38 +62,74 @@ void TypeTable(const std::vector<std::vector<std::string>>& rows, const host::Wo
   }
 }
 
-}  // namespace
+host::Worksheet SheetOf(const host::Workbook& book, const std::string& name) {
+  const host::Worksheets sheets = book.Worksheets();
+  std::string names;
+  for (int i = 1; i <= sheets.Count(); ++i) {
+    const host::Worksheet sheet = sheets.Item(i);
+    if (name.empty() ? sheet.Visible() == host::SheetVisibility::Visible : sheet.Name() == name) return sheet;
+    names += (i == 1 ? "" : ", ") + sheet.Name();
+  }
+  throw std::runtime_error("There is no sheet \"" + name + "\" in the workbook. It has: " + names);
+}
 
-int RunTable(const std::string& file, std::istream& input, std::ostream& output) {
-  const auto rows = SplitTable(ReadAll(file, input));
-  if (rows.empty()) return 0;
-  const std::size_t columns = std::max_element(rows.begin(), rows.end(), [](const auto& a, const auto& b) {
-                                return a.size() < b.size();
-                              })->size();
-
-  BatchDesk desk;
-  NoFiles files;
-  embedded::EmbeddedHost spreadsheet(desk, files);
-  const host::Application application = spreadsheet.application();
-  const host::Worksheet sheet = application.Workbooks().Add().Worksheets().Item(1);
-  // Formulas may point at cells that are typed after them: calculated once, at the end.
-  application.SetCalculation(host::Calculation::Manual);
-  TypeTable(rows, sheet, spreadsheet.userActions());
-  application.SetCalculation(host::Calculation::Automatic);
-
-  TextTable table;
+// What the cells of the sheet show, as far as there is anything; whether one shows an error value.
+bool Fill(TextTable& table, const host::Worksheet& sheet, const engine::Workbook& book) {
+  const auto used = book.FindSheet(sheet.Name())->UsedContents();
+  if (!used) return false;
+  if (used->cells() > kMostCells) {
+    throw std::runtime_error("The sheet \"" + sheet.Name() + "\" reaches over " + std::to_string(used->cells()) +
+                             " cells, too many to be shown as a table");
+  }
   bool hasErrors = false;
-  for (std::size_t row = 0; row < rows.size(); ++row) {
+  for (int row = used->top; row <= used->bottom; ++row) {
     std::vector<TextTable::Cell> cells;
-    for (std::size_t column = 0; column < columns; ++column) {
-      const host::Range cell = sheet.Cells(static_cast<int>(row) + 1, static_cast<int>(column) + 1);
+    for (int column = used->left; column <= used->right; ++column) {
+      const host::Range cell = sheet.Cells(row, column);
       const host::CellValue value = cell.Value().single();
       hasErrors = hasErrors || value.isError();
       cells.push_back({cell.Text(), value.isNumber()});
     }
     table.AddRow(std::move(cells));
   }
-  table.Print(output);
+  return hasErrors;
+}
+
+}  // namespace
+
+int RunTable(const TableRequest& request, std::istream& input, std::ostream& output) {
+  const bool isBook = engine::FileKindOf(request.file).has_value();
+  if (!isBook && !request.sheet.empty()) {
+    throw std::runtime_error("--sheet is for workbook files; " + request.file + " is a table of one sheet");
+  }
+  BatchDesk desk;
+  engine::SystemLockWorld world;
+  // What is only looked at may be open elsewhere.
+  files::XlsxFiles files(world, {.onlyReads = true, .warn = [](const std::string& text) {
+                                   std::cerr << "tolvane: " << VisibleText(text) << '\n';
+                                 }});
+  embedded::EmbeddedHost spreadsheet(desk, files);
+  const host::Application application = spreadsheet.application();
+  host::Workbook book;
+  if (isBook) {
+    book = application.Workbooks().Open(std::filesystem::absolute(platform::PathFromUtf8(request.file)).string());
+  } else {
+    const auto rows = SplitTable(ReadAll(request.file, input));
+    book = application.Workbooks().Add();
+    // Formulas may point at cells that are typed after them: calculated once, at the end.
+    application.SetCalculation(host::Calculation::Manual);
+    TypeTable(rows, book.Worksheets().Item(1), spreadsheet.userActions());
+    application.SetCalculation(host::Calculation::Automatic);
+  }
+  const host::Worksheet sheet = SheetOf(book, request.sheet);
+  TextTable table;
+  const bool hasErrors = Fill(table, sheet, spreadsheet.BookOf(book));
+  if (request.saveAs.empty()) {
+    table.Print(output);
+  } else {
+    book.SaveAs(std::filesystem::absolute(platform::PathFromUtf8(request.saveAs)).string());
+    output << "Saved " << VisibleText(request.saveAs) << '\n';
+  }
   return hasErrors ? 1 : 0;
 }
 

@@ -15,6 +15,9 @@ Value Summary::Variance(bool ofSample, bool squareRoot) const {
 namespace {
 
 Operand Sum(FunctionCall& call) {
+  if (call.count() == 1 && call.Argument(0).isReference() && call.Argument(0).areas().size() == 1) {
+    if (const auto sum = call.evaluator.GrowingSum(call.Argument(0).areas()[0])) return FiniteOr(*sum);
+  }
   double sum = 0;
   ForEachNumber(call, 0, [&](double number) { sum += number; });
   return FiniteOr(sum);

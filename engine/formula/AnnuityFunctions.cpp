@@ -19,14 +19,16 @@ struct Annuity {
   bool atBeginning = false;
 };
 
+// Below -100% the powers alternate and exist for whole periods only.
 double Growth(double rate, double periods) {
-  return std::exp(periods * std::log1p(rate));
+  return rate > -1 ? std::exp(periods * std::log1p(rate)) : std::pow(1 + rate, periods);
 }
 
 // What a payment of 1 in each period comes to in the end.
 double PaymentsGrowth(const Annuity& of) {
   if (of.rate == 0) return of.periods;
-  const double sum = std::expm1(of.periods * std::log1p(of.rate)) / of.rate;
+  const double grown = of.rate > -1 ? std::expm1(of.periods * std::log1p(of.rate)) : Growth(of.rate, of.periods) - 1;
+  const double sum = grown / of.rate;
   return of.atBeginning ? sum * (1 + of.rate) : sum;
 }
 
@@ -43,10 +45,14 @@ double InterestOf(const Annuity& of, double period) {
   Annuity before = of;
   before.payment = PaymentOf(of);
   before.periods = period - 1;
-  if (!of.atBeginning) return FutureValueOf(before) * of.rate;
-  if (period == 1) return 0;
-  // The payment of this period has been made when its interest begins.
-  return (FutureValueOf(before) - before.payment) * of.rate / (1 + of.rate);
+  if (of.atBeginning) {
+    // Paid with each payment is what has grown since the one before; nothing has before the first.
+    if (period == 1) return 0;
+    before.atBeginning = false;
+    before.present += before.payment;
+    before.periods = period - 2;
+  }
+  return FutureValueOf(before) * of.rate;
 }
 
 double Optional(FunctionCall& call, std::size_t i) {
@@ -176,8 +182,9 @@ Operand NominalRate(FunctionCall& call) {
 }
 
 Operand StraightLine(FunctionCall& call) {
+  const double loss = call.Number(0) - call.Number(1);
   const double life = call.Number(2);
-  return life == 0 ? Operand(ErrorCode::Div0) : Operand(FiniteOr((call.Number(0) - call.Number(1)) / life));
+  return life == 0 ? Operand(ErrorCode::Div0) : Operand(FiniteOr(loss / life));
 }
 
 constexpr Function kFunctions[] = {

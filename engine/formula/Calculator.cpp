@@ -212,6 +212,8 @@ class Calculator::Impl {
     if (!isIndexed_) {
       BuildIndex();
       stale_.clear();
+      // What formulas that cannot be read need is not known, so whatever rests on one is looked at once more.
+      MarkDependents(unreadCells_);
       for (const Waiting& change : std::exchange(waiting_, {})) {
         switch (change.kind) {
           case Waiting::Kind::Cells:
@@ -237,10 +239,12 @@ class Calculator::Impl {
 
   void BuildIndex() {
     index_.Clear();
+    unreadCells_.clear();
     for (std::size_t position = 0; position < book_.sheetCount(); ++position) {
       Sheet& sheet = book_.sheetAt(position);
       sheet.cells().ForEachFormula(Rect::WholeSheet(), [&](CellPos at, FormulaCell& formula) {
         if (formula.expression != nullptr) index_.Add({sheet.id(), at}, formula, book_);
+        if (!formula.rawText.empty()) unreadCells_.push_back({sheet.id(), formula.arrayArea.value_or(Rect::Cell(at))});
       });
     }
     isIndexed_ = true;
@@ -507,6 +511,7 @@ class Calculator::Impl {
   std::unordered_set<CellAddress, CellAddressHash> entered_;
   std::vector<CellAddress> unsure_;  // worked out from stale results
   std::vector<Origin> origins_;      // changed, and not yet carried on
+  std::vector<Origin> unreadCells_;  // whose formulas the grammar does not know
   // Formulas that call what is not there, and those that use their results; some no longer stand there.
   std::unordered_set<CellAddress, CellAddressHash> kept_;
   bool foundCircle_ = false;

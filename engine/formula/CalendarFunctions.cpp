@@ -110,7 +110,9 @@ double CountWorkingDays(double first, double last, const Weekend& weekend, const
 }
 
 Operand WorkingDaysBetween(FunctionCall& call, const Weekend& weekend, std::size_t holidays) {
-  return CountWorkingDays(DayAt(call, 0), DayAt(call, 1), weekend, HolidaysAt(call, holidays, weekend));
+  const double first = DayAt(call, 0);
+  const double last = DayAt(call, 1);
+  return CountWorkingDays(first, last, weekend, HolidaysAt(call, holidays, weekend));
 }
 
 Operand NetWorkDays(FunctionCall& call) {

@@ -17,8 +17,8 @@ struct Names {
   std::array<std::string_view, 7> shortWeekdays;
 };
 
-// Source: the names of the Unicode Common Locale Data Repository, German and Dutch abbreviations as Windows writes them
-// (without periods, "Mrz"). In the order of CalendarLanguage.
+// Source: the names of the Unicode Common Locale Data Repository, abbreviations but the French ones as Windows writes
+// them (without periods, "Mrz"). In the order of CalendarLanguage.
 constexpr Names kNames[] = {
     {"en",
      0x09,
@@ -62,6 +62,34 @@ constexpr Names kNames[] = {
      {"jan", "feb", "mrt", "apr", "mei", "jun", "jul", "aug", "sep", "okt", "nov", "dec"},
      {"zondag", "maandag", "dinsdag", "woensdag", "donderdag", "vrijdag", "zaterdag"},
      {"zo", "ma", "di", "wo", "do", "vr", "za"}},
+    {"pt",
+     0x16,
+     {"janeiro", "fevereiro", "março", "abril", "maio", "junho", "julho", "agosto", "setembro", "outubro", "novembro",
+      "dezembro"},
+     {"jan", "fev", "mar", "abr", "mai", "jun", "jul", "ago", "set", "out", "nov", "dez"},
+     {"domingo", "segunda-feira", "terça-feira", "quarta-feira", "quinta-feira", "sexta-feira", "sábado"},
+     {"dom", "seg", "ter", "qua", "qui", "sex", "sáb"}},
+    {"sv",
+     0x1D,
+     {"januari", "februari", "mars", "april", "maj", "juni", "juli", "augusti", "september", "oktober", "november",
+      "december"},
+     {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "dec"},
+     {"söndag", "måndag", "tisdag", "onsdag", "torsdag", "fredag", "lördag"},
+     {"sö", "må", "ti", "on", "to", "fr", "lö"}},
+    {"da",
+     0x06,
+     {"januar", "februar", "marts", "april", "maj", "juni", "juli", "august", "september", "oktober", "november",
+      "december"},
+     {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "dec"},
+     {"søndag", "mandag", "tirsdag", "onsdag", "torsdag", "fredag", "lørdag"},
+     {"sø", "ma", "ti", "on", "to", "fr", "lø"}},
+    {"nb",
+     0x14,
+     {"januar", "februar", "mars", "april", "mai", "juni", "juli", "august", "september", "oktober", "november",
+      "desember"},
+     {"jan", "feb", "mar", "apr", "mai", "jun", "jul", "aug", "sep", "okt", "nov", "des"},
+     {"søndag", "mandag", "tirsdag", "onsdag", "torsdag", "fredag", "lørdag"},
+     {"sø", "ma", "ti", "on", "to", "fr", "lø"}},
 };
 
 const Names& NamesOf(CalendarLanguage language) {

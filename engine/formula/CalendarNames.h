@@ -5,7 +5,18 @@
 
 namespace tolvane::engine {
 
-enum class CalendarLanguage : std::uint8_t { English, German, French, Spanish, Italian, Dutch };
+enum class CalendarLanguage : std::uint8_t {
+  English,
+  German,
+  French,
+  Spanish,
+  Italian,
+  Dutch,
+  Portuguese,
+  Swedish,
+  Danish,
+  Norwegian
+};
 
 // Of a locale as number formats name it: a Windows identifier in hexadecimal digits ("407", "10C0809") or a tag
 // ("de-DE"). English where the language is not known.

@@ -8,9 +8,11 @@ namespace {
 
 Operand Date(FunctionCall& call) {
   std::int64_t year = call.Whole(0);
+  const std::int64_t month = call.Whole(1);
+  const std::int64_t day = call.Whole(2);
   if (year < 0 || year > 9999) return ErrorCode::Num;
   if (year < 1900) year += 1900;
-  return DateResult(call, SerialOf(year, call.Whole(1), call.Whole(2)));
+  return DateResult(call, SerialOf(year, month, day));
 }
 
 Operand Year(FunctionCall& call) {
@@ -41,8 +43,12 @@ Operand Second(FunctionCall& call) {
 }
 
 Operand Time(FunctionCall& call) {
-  const std::int64_t seconds = call.Whole(0) * 3600 + call.Whole(1) * 60 + call.Whole(2);
-  if (seconds < 0) return ErrorCode::Num;
+  constexpr std::int64_t kMost = 32767;  // of each, by the help page
+  const std::int64_t hour = call.Whole(0);
+  const std::int64_t minute = call.Whole(1);
+  const std::int64_t second = call.Whole(2);
+  const std::int64_t seconds = hour * 3600 + minute * 60 + second;
+  if (hour > kMost || minute > kMost || second > kMost || seconds < 0) return ErrorCode::Num;
   return static_cast<double>(seconds % 86400) / 86400.0;
 }
 
@@ -77,13 +83,13 @@ Operand Days(FunctionCall& call) {
 }
 
 Operand DateValue(FunctionCall& call) {
-  const std::optional<double> serial = NumberFromText(call.Text(0));
+  const std::optional<double> serial = DateFromText(call.Text(0));
   if (!call.ValueAt(0).isText() || !serial || *serial < SystemStart(call.evaluator)) return ErrorCode::Value;
   return DateResult(call, std::floor(*serial));
 }
 
 Operand TimeValue(FunctionCall& call) {
-  const std::optional<double> serial = NumberFromText(call.Text(0));
+  const std::optional<double> serial = DateFromText(call.Text(0));
   return call.ValueAt(0).isText() && serial ? Operand(*serial - std::floor(*serial)) : Operand(ErrorCode::Value);
 }
 

@@ -4,8 +4,20 @@
 
 namespace tolvane::engine {
 
+// The memory stays: what is cleared is soon built anew.
 void DependencyIndex::Clear() {
-  *this = DependencyIndex();
+  formulas_.clear();
+  byCell_.Clear();
+  for (auto& [sheet, index] : sheets_) {
+    index.cells.Clear();
+    index.areas.clear();
+    index.rects.Clear();
+  }
+  links_.clear();
+  sharedAreas_.clear();
+  for (std::vector<FormulaId>* list : {&volatiles_, &outsiders_, &nameUsers_, &subtotals_}) list->clear();
+  search_ = 0;
+  dead_ = 0;
 }
 
 void DependencyIndex::Prepend(std::uint32_t& list, FormulaId formula) {
@@ -19,8 +31,7 @@ DependencyIndex::FormulaId DependencyIndex::Add(const CellAddress& at, const For
   for (const Precedents::Area& area : precedents.areas) {
     SheetIndex& index = sheets_[area.sheet];
     if (area.rect.isCell()) {
-      const auto [place, isNew] = index.cells.try_emplace({area.sheet, area.rect.topLeft()}, kEnd);
-      Prepend(place->second, id);
+      Prepend(index.cells.At({area.sheet, area.rect.topLeft()}, kEnd), id);
       continue;
     }
     const auto [place, isNew] = index.areas.try_emplace(area.rect, static_cast<std::uint32_t>(sharedAreas_.size()));
@@ -36,7 +47,7 @@ DependencyIndex::FormulaId DependencyIndex::Add(const CellAddress& at, const For
   if (precedents.isSubtotal) subtotals_.push_back(id);
   formulas_.push_back({at, cell, std::move(precedents.books), precedents.isVolatile, precedents.usesNames,
                        precedents.isSubtotal, true});
-  byCell_[at] = id;
+  byCell_.At(at, id) = id;
   return id;
 }
 
@@ -44,28 +55,29 @@ void DependencyIndex::Remove(FormulaId id) {
   Formula& formula = formulas_[id];
   formula.alive = false;
   formula.cell.expression.reset();
-  byCell_.erase(formula.at);
   ++dead_;
 }
 
 DependencyIndex::Formula* DependencyIndex::Find(const CellAddress& at) {
-  const auto found = byCell_.find(at);
-  return found == byCell_.end() ? nullptr : &formulas_[found->second];
+  const FormulaId* found = byCell_.Find(at);
+  return found == nullptr || !formulas_[*found].alive ? nullptr : &formulas_[*found];
 }
 
 std::vector<DependencyIndex::FormulaId> DependencyIndex::In(SheetId sheet, const Rect& area) const {
   std::vector<FormulaId> found;
+  const auto take = [&](FormulaId id) {
+    if (formulas_[id].alive) found.push_back(id);
+  };
   if (area.cells() <= static_cast<std::int64_t>(byCell_.size())) {
     for (int column = area.left; column <= area.right; ++column) {
       for (int row = area.top; row <= area.bottom; ++row) {
-        const auto at = byCell_.find({sheet, {row, column}});
-        if (at != byCell_.end()) found.push_back(at->second);
+        if (const FormulaId* id = byCell_.Find({sheet, {row, column}})) take(*id);
       }
     }
   } else {
-    for (const auto& [at, id] : byCell_) {
-      if (at.sheet == sheet && area.contains(at.cell)) found.push_back(id);
-    }
+    byCell_.ForEach([&](const CellAddress& at, FormulaId id) {
+      if (at.sheet == sheet && area.contains(at.cell)) take(id);
+    });
   }
   return found;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/formula/CellAddress.h"
+#include "engine/formula/CellTable.h"
 #include "engine/formula/Precedents.h"
 #include "engine/formula/RectIndex.h"
 #include "engine/model/CellStore.h"
@@ -56,14 +57,13 @@ class DependencyIndex {
     if (area.cells() <= static_cast<std::int64_t>(index.cells.size())) {
       for (int column = area.left; column <= area.right; ++column) {
         for (int row = area.top; row <= area.bottom; ++row) {
-          const auto cell = index.cells.find({sheet, {row, column}});
-          if (cell != index.cells.end()) Walk(cell->second, visit);
+          if (const std::uint32_t* list = index.cells.Find({sheet, {row, column}})) Walk(*list, visit);
         }
       }
     } else {
-      for (const auto& [cell, list] : index.cells) {
+      index.cells.ForEach([&](const CellAddress& cell, std::uint32_t list) {
         if (area.contains(cell.cell)) Walk(list, visit);
-      }
+      });
     }
     index.rects.ForEachMeeting(area, [&](std::uint32_t shared) {
       SharedArea& entry = sharedAreas_[shared];
@@ -92,8 +92,8 @@ class DependencyIndex {
     }
   };
   struct SheetIndex {
-    std::unordered_map<CellAddress, std::uint32_t, CellAddressHash> cells;  // to their lists
-    std::unordered_map<Rect, std::uint32_t, RectHash> areas;                // to their shared areas
+    CellTable cells;                                          // to their lists
+    std::unordered_map<Rect, std::uint32_t, RectHash> areas;  // to their shared areas
     RectIndex rects;
   };
 
@@ -106,7 +106,7 @@ class DependencyIndex {
   void Prepend(std::uint32_t& list, FormulaId formula);
 
   std::vector<Formula> formulas_;
-  std::unordered_map<CellAddress, FormulaId, CellAddressHash> byCell_;
+  CellTable byCell_;  // to the formula that stands there, or last stood there
   std::map<SheetId, SheetIndex> sheets_;
   std::vector<Link> links_;
   std::vector<SharedArea> sharedAreas_;

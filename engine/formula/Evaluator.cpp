@@ -16,6 +16,7 @@ constexpr int kDeepestNames = 64;        // names that refer to names, circles i
 constexpr int kDeepestEvaluation = 600;  // nodes within nodes, over all names
 // Nodes that one formula may visit; names that use names twice each could otherwise multiply without end.
 constexpr std::int64_t kMostSteps = 1'000'000;
+constexpr std::int64_t kElementsPerStep = 256;  // of arrays, which cost less than nodes
 
 class Level {
  public:
@@ -39,6 +40,13 @@ Value WithoutCancellationNoise(Operator op, const Value& left, const Value& righ
 std::string_view FileNameOf(std::string_view path) {
   const std::size_t slash = path.find_last_of("\\/");
   return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+// Whether the name is one that the workbook has and that could not be read.
+bool IsUnread(const Workbook& book, SheetId sheet, std::string_view name) {
+  const std::string folded = platform::FoldCase(name);
+  const Sheet* scope = book.FindSheet(sheet);
+  return (scope != nullptr && scope->names.unread.contains(folded)) || book.names.unread.contains(folded);
 }
 
 }  // namespace
@@ -210,6 +218,7 @@ Operand Evaluator::EvaluateExternal(const Frame& frame, const ExternalReference&
 
 Operand Evaluator::EvaluateName(const Frame& frame, const Workbook& book, SheetId sheet, std::string_view name) {
   const Name* found = book.ResolveName(sheet, name);
+  if (found == nullptr && IsUnread(book, sheet, name)) missedFunction_ = true;
   if (found == nullptr || found->refersTo == nullptr || frame.nameDepth >= kDeepestNames) return ErrorCode::Name;
   const Expression& expression = *found->refersTo;
   if (expression.nodes.empty()) return ErrorCode::Name;
@@ -278,7 +287,10 @@ Operand Evaluator::EvaluateBinary(const Frame& frame, const Node& top, Mode mode
       left = Resolve(frame, std::move(left), mode);
       right = Resolve(frame, std::move(right), mode);
       if (left.isArray() || right.isArray()) {
-        left = CombineArrays(left, right, [op](const Value& a, const Value& b) { return ApplyOperator(op, a, b); });
+        ArrayPtr result =
+            CombineArrays(left, right, [op](const Value& a, const Value& b) { return ApplyOperator(op, a, b); });
+        steps_ += static_cast<std::int64_t>(result->values.size()) / kElementsPerStep;
+        left = std::move(result);
       } else {
         const Value a = Single(frame, left);
         const Value b = Single(frame, right);
@@ -413,9 +425,7 @@ double FunctionCall::Number(std::size_t i) const {
 
 std::int64_t FunctionCall::Whole(std::size_t i) const {
   constexpr double kFar = 1e15;
-  const double number = Number(i);
-  if (std::fabs(number) > kFar) throw FunctionError{ErrorCode::Num};
-  return static_cast<std::int64_t>(number);
+  return static_cast<std::int64_t>(std::clamp(Number(i), -kFar, kFar));
 }
 
 bool FunctionCall::Boolean(std::size_t i) const {

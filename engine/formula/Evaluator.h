@@ -63,7 +63,7 @@ class Evaluator {
   bool usedStale() const { return usedStale_; }
   // Whether the last formula refers to a workbook that is not open.
   bool missedBook() const { return missedBook_; }
-  // Whether the last formula called a function that is not there.
+  // Whether the last formula called a function that is not there, or used a name that could not be read.
   bool missedFunction() const { return missedFunction_; }
   // Whether, since the last ForgetStale, a cell was read whose result was kept instead of worked out.
   bool restsOnKept() const { return restsOnKept_; }
@@ -100,6 +100,10 @@ class Evaluator {
   ArrayPtr ToArray(const Operand& operand);
   // Where the values of an area stand; null when walking it is the better way, or when it holds stale cells.
   const RangeIndex* IndexOf(const Area& area, Equality equality);
+  // The sum of the numbers in one column's area; nothing when there is an error among them or when walking it is the
+  // better way. Areas that begin in the same cell and grow, as in a column of SUM(D$2:D2), take up
+  // each where the one before ended, so that all of them together cost one walk.
+  std::optional<double> GrowingSum(const Area& area);
   // The part of a sheet that holds anything.
   const std::optional<Rect>& UsedContentsOf(const Sheet& sheet);
   // From 0 to less than 1.
@@ -134,6 +138,13 @@ class Evaluator {
   bool restsOnKept_ = false;
   const std::unordered_set<CellAddress, CellAddressHash>* kept_ = nullptr;
   RangeIndexes indexes_;
+  struct SumSoFar {
+    int bottom = 0;
+    double sum = 0;
+    bool usedStale = false;
+    bool restsOnKept = false;
+  };
+  std::unordered_map<CellAddress, SumSoFar, CellAddressHash> growingSums_;  // by the first cell
   std::unordered_map<const Sheet*, std::optional<Rect>> usedContents_;
   std::mt19937_64 random_{std::random_device()()};
   int depth_ = 0;
@@ -158,7 +169,8 @@ class FunctionCall {
   const Value& ValueAt(std::size_t i) const;
   double Number(std::size_t i) const;
   double Number(std::size_t i, double otherwise) const { return i < count() ? Number(i) : otherwise; }
-  // Cut off towards zero, as functions do that want whole numbers. #NUM! when it is no index at all.
+  // Cut off towards zero, as functions do that want whole numbers. What is beyond 1E+15 comes out as that, so that each
+  // function finds it beyond its own limits.
   std::int64_t Whole(std::size_t i) const;
   std::int64_t Whole(std::size_t i, std::int64_t otherwise) const { return i < count() ? Whole(i) : otherwise; }
   bool Boolean(std::size_t i) const;

@@ -18,6 +18,18 @@ bool IsPlaceholder(char c) {
   return c == '0' || c == '#' || c == '?';
 }
 
+// Locales that stand for the system's long date and long time, with their formats in the United States.
+std::string_view SystemFormat(std::string_view locale) {
+  constexpr std::pair<std::string_view, std::string_view> kFormats[] = {{"F800", "dddd, mmmm d, yyyy"},
+                                                                        {"x-sysdate", "dddd, mmmm d, yyyy"},
+                                                                        {"F400", "h:mm:ss AM/PM"},
+                                                                        {"x-systime", "h:mm:ss AM/PM"}};
+  for (const auto& [name, format] : kFormats) {
+    if (platform::EqualIgnoringCase(locale, name)) return format;
+  }
+  return {};
+}
+
 class SectionParser {
  public:
   explicit SectionParser(std::string_view format) : format_(format) {}
@@ -82,7 +94,6 @@ class SectionParser {
         return;
       }
       case '\\':
-      case '!':
         ++at_;
         return Add(Kind::Literal, TakeCharacter());
       case '_':
@@ -126,9 +137,13 @@ class SectionParser {
   }
 
   void Letter() {
-    if (TakeWord("AM/PM")) return AddDate(Kind::AmPm, "AM/PM");
-    if (TakeWord("A/P")) return AddDate(Kind::AmPm, "A/P");
+    for (const std::string_view halves : {"AM/PM", "A/P"}) {
+      const std::string_view spelled = format_.substr(at_, halves.size());
+      if (TakeWord(halves)) return AddDate(Kind::AmPm, std::string(spelled));
+    }
     switch (const char letter = Lower(Peek()); letter) {
+      case 'e':  // of Japanese formats; elsewhere the year in full
+        return AddDate(Kind::Year, "", std::max(TakeRun(letter), 4));
       case 'y':
         return AddDate(Kind::Year, "", TakeRun(letter));
       case 'm':
@@ -195,7 +210,11 @@ class SectionParser {
     if (inside.empty()) return;
     if (inside[0] == '$') {  // [$€-407]: a currency and where it is used
       const std::size_t dash = inside.find('-');
-      if (dash != std::string_view::npos) section_->language = LanguageOfLocale(inside.substr(dash + 1));
+      if (dash != std::string_view::npos) {
+        const std::string_view locale = inside.substr(dash + 1);
+        if (const std::string_view format = SystemFormat(locale); !format.empty()) return UseInstead(format);
+        section_->language = LanguageOfLocale(locale);
+      }
       return Add(Kind::Literal, std::string(inside.substr(1, dash == std::string_view::npos ? dash : dash - 1)));
     }
     if (inside[0] == '<' || inside[0] == '>' || inside[0] == '=') return ReadCondition(inside);
@@ -205,6 +224,18 @@ class SectionParser {
       return AddDate(Kind::Elapsed, std::string(1, letter), static_cast<int>(inside.size()));
     }
     if (const auto colour = ColourNamed(inside)) section_->colour = colour;
+  }
+
+  // The section is a format of the system's settings; what it says itself is for programs that do not know them.
+  void UseInstead(std::string_view format) {
+    const FormatSection system = ParseNumberFormat(format).front();
+    section_->tokens = system.tokens;
+    section_->isDate = true;
+    while (at_ < format_.size() && format_[at_] != ';') {
+      const FormatSection before = *section_;
+      Next();
+      *section_ = before;
+    }
   }
 
   void ReadCondition(std::string_view text) {

@@ -28,7 +28,7 @@ struct FormatToken {
     Second,
     SecondDecimals,  // .00 behind seconds
     Elapsed,         // [h], [mm], [s]: text holds the letter
-    AmPm,            // text holds how it is spelled: AM/PM or A/P
+    AmPm,            // text holds how it is spelled: AM/PM, am/pm, A/P or a/p
     Slash,           // of a fraction: text holds the denominator if it is a given one
     General,
     Text,  // @

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
+
+#include "engine/formula/NumberText.h"
 
 namespace tolvane::engine {
 namespace {
@@ -38,27 +39,30 @@ struct Fraction {
   double denominator = 1;
 };
 
-// The nearest with so many digits below the line, the smallest denominator of several.
-Fraction Nearest(double number, int digits) {
-  constexpr int kMostDigits = 5;
+// The last convergent of the number's continued fraction that has no more digits below the line. It is not always the
+// nearest fraction of that size: 0.456 is 1/2 with one digit, not 4/9. Source: the table of fractions in Excel's help
+// on number formats (123.456 as 123 1/2, 123 26/57 and 123 57/125).
+Fraction Convergent(double number, int digits) {
+  constexpr int kMostDigits = 7;
+  constexpr double kNoise = 1e-10;  // what is left of a number that has come out even
   const double limit = std::pow(10.0, std::clamp(digits, 1, kMostDigits)) - 1;
-  Fraction best{std::round(number), 1};
-  double bestError = std::fabs(number - best.numerator);
-  for (double denominator = 2; denominator <= limit && bestError > 1e-12; ++denominator) {
-    const double numerator = std::round(number * denominator);
-    const double error = std::fabs(number - numerator / denominator);
-    if (error < bestError - 1e-15) {
-      best = {numerator, denominator};
-      bestError = error;
-    }
+  double rest = number;
+  Fraction before{1, 0};
+  Fraction last{std::floor(rest), 1};
+  while (rest - std::floor(rest) > kNoise) {
+    rest = 1 / (rest - std::floor(rest));
+    const double factor = std::floor(rest);
+    const Fraction next{factor * last.numerator + before.numerator, factor * last.denominator + before.denominator};
+    if (next.denominator > limit) break;
+    before = last;
+    last = next;
   }
-  return best;
+  return last;
 }
 
-// A whole number over placeholders from `first` to before `end`.
-std::string OverPlaceholders(const FormatSection& section, std::size_t first, std::size_t end, double number,
+// Digits over placeholders from `first` to before `end`.
+std::string OverPlaceholders(const FormatSection& section, std::size_t first, std::size_t end, std::string digits,
                              bool padsBehind) {
-  std::string digits = number == 0 ? "" : std::to_string(static_cast<std::int64_t>(number));
   std::string out;
   std::string padding;
   const std::size_t width = end - first;
@@ -68,6 +72,15 @@ std::string OverPlaceholders(const FormatSection& section, std::size_t first, st
     if (placeholder == '?') padding += ' ';
   }
   return padsBehind ? out + digits + padding : padding + out + digits;
+}
+
+std::string Digits(double number) {
+  return FixedText(number, 0);
+}
+
+std::string WithThousands(std::string digits) {
+  for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, ",");
+  return digits;
 }
 
 }  // namespace
@@ -81,7 +94,7 @@ std::string FormatFraction(const FormatSection& section, double magnitude) {
   if (layout.fixedDenominator > 0) {
     fraction = {std::round((magnitude - whole) * layout.fixedDenominator), layout.fixedDenominator};
   } else {
-    fraction = Nearest(magnitude - whole, static_cast<int>(layout.end - layout.slash) - 1);
+    fraction = Convergent(magnitude - whole, static_cast<int>(layout.end - layout.slash) - 1);
   }
   if (layout.hasWhole && fraction.numerator == fraction.denominator) {
     ++whole;
@@ -94,7 +107,6 @@ std::string FormatFraction(const FormatSection& section, double magnitude) {
                       std::none_of(tokens.begin() + static_cast<std::ptrdiff_t>(layout.numerator),
                                    tokens.begin() + static_cast<std::ptrdiff_t>(layout.slash),
                                    [](const FormatToken& token) { return token.text == "0"; });
-  const bool wholeShows = whole != 0 || fraction.numerator == 0;
 
   std::string out;
   for (std::size_t i = 0; i < tokens.size(); ++i) {
@@ -105,19 +117,16 @@ std::string FormatFraction(const FormatSection& section, double magnitude) {
         const bool keepsRoom = layout.numerator < layout.slash && tokens[layout.numerator].text == "?";
         if (keepsRoom) out.append(layout.slash - layout.numerator + 1 + denominator, ' ');
       } else {
-        std::string above = OverPlaceholders(section, layout.numerator, layout.slash, fraction.numerator, false);
-        if (fraction.numerator == 0 && above.find('0') == std::string::npos) above += '0';
-        out += above + "/";
+        out += OverPlaceholders(section, layout.numerator, layout.slash, Digits(fraction.numerator), false) + "/";
         out += hasFixed ? tokens[layout.slash].text
-                        : OverPlaceholders(section, layout.slash + 1, layout.end, fraction.denominator, true);
+                        : OverPlaceholders(section, layout.slash + 1, layout.end, Digits(fraction.denominator), true);
       }
       i = layout.end - 1;
     } else if (token.kind == Kind::Digit && i < layout.numerator) {
       std::size_t end = i;
       while (end < layout.numerator && tokens[end].kind == Kind::Digit) ++end;
-      std::string digits = OverPlaceholders(section, i, end, whole, false);
-      if (whole == 0 && wholeShows && digits.find('0') == std::string::npos) digits += '0';
-      out += digits;
+      const std::string digits = whole != 0 || fraction.numerator == 0 ? Digits(whole) : "";
+      out += OverPlaceholders(section, i, end, section.thousands ? WithThousands(digits) : digits, false);
       i = end - 1;
     } else if (token.kind == Kind::Literal) {
       out += token.text;

@@ -40,8 +40,8 @@ double StepAt(FunctionCall& call, std::size_t i) {
 Operand CeilingMath(FunctionCall& call) {
   const double number = call.Number(0);
   const double step = StepAt(call, 1);
+  const bool away = call.Number(2, 0) != 0 && number < 0;
   if (number == 0 || step == 0) return 0.0;
-  const bool away = number < 0 && call.Number(2, 0) != 0;
   const double quotient = Quotient(number, step);
   return FiniteOr((away ? std::floor(quotient) : std::ceil(quotient)) * step);
 }
@@ -49,8 +49,8 @@ Operand CeilingMath(FunctionCall& call) {
 Operand FloorMath(FunctionCall& call) {
   const double number = call.Number(0);
   const double step = StepAt(call, 1);
+  const bool towards = call.Number(2, 0) != 0 && number < 0;
   if (number == 0 || step == 0) return 0.0;
-  const bool towards = number < 0 && call.Number(2, 0) != 0;
   const double quotient = Quotient(number, step);
   return FiniteOr((towards ? std::ceil(quotient) : std::floor(quotient)) * step);
 }
@@ -75,9 +75,10 @@ Operand Odd(FunctionCall& call) {
 }
 
 Operand WholeQuotient(FunctionCall& call) {
+  const double number = call.Number(0);
   const double divisor = call.Number(1);
   if (divisor == 0) return ErrorCode::Div0;
-  return FiniteOr(std::trunc(call.Number(0) / divisor));
+  return FiniteOr(std::trunc(number / divisor));
 }
 
 double Factorial(double number) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 #include "engine/formula/DateSerial.h"
@@ -102,12 +103,18 @@ class DigitWriter {
       exponent_ = static_cast<int>(std::floor(std::log10(magnitude)));
       exponent_ = static_cast<int>(std::floor(static_cast<double>(exponent_) / step)) * step;
     }
-    fixed_ = FixedText(magnitude / std::pow(10.0, exponent_), counts_.decimals);
+    fixed_ = FixedText(Mantissa(magnitude), counts_.decimals);
     const std::size_t wholeDigits = std::min(fixed_.find('.'), fixed_.size());
     if (wholeDigits > static_cast<std::size_t>(step)) {  // rounded up to the next power of ten
       exponent_ += step;
-      fixed_ = FixedText(magnitude / std::pow(10.0, exponent_), counts_.decimals);
+      fixed_ = FixedText(Mantissa(magnitude), counts_.decimals);
     }
+  }
+
+  // In two steps, since the power of ten of the smallest numbers is none itself.
+  double Mantissa(double magnitude) const {
+    const int half = exponent_ / 2;
+    return magnitude / std::pow(10.0, half) / std::pow(10.0, exponent_ - half);
   }
 
   // `index`: the placeholder from the left. The first one takes all digits that have no placeholder of their own.
@@ -165,6 +172,7 @@ std::string FormatDigits(const FormatSection& section, double magnitude) {
   const DigitCounts counts = CountDigits(section);
   const std::string general = GeneralText(magnitude);
   for (int i = 0; i < counts.percents; ++i) magnitude *= 100;
+  magnitude = std::min(magnitude, std::numeric_limits<double>::max());
   for (int i = 0; i < section.scaledThousands; ++i) magnitude /= 1000;
   if (section.isFraction) return FormatFraction(section, magnitude);
   return DigitWriter(section, counts, magnitude).Write(general);
@@ -190,13 +198,22 @@ std::string DayText(CalendarLanguage language, int day, int weekday, int length)
   return std::string(WeekdayName(language, weekday, length == 3));
 }
 
+bool ShowsClock(const FormatSection& section) {
+  return std::any_of(section.tokens.begin(), section.tokens.end(), [](const FormatToken& token) {
+    return token.kind == Kind::Hour || token.kind == Kind::Minute || token.kind == Kind::Second ||
+           token.kind == Kind::Elapsed;
+  });
+}
+
 // `start`: the serial that the number counts from; durations count from nothing.
 std::optional<std::string> FormatDate(const FormatSection& section, double number, double start) {
   const double serial = number + start;
-  int decimals = 0;
+  // A day does not round up to the next one where no clock is shown.
+  constexpr int kMostDecimals = 3;
+  int decimals = ShowsClock(section) ? 0 : kMostDecimals;
   bool halfDays = false;
   for (const FormatToken& token : section.tokens) {
-    if (token.kind == Kind::SecondDecimals) decimals = std::min(token.length, 3);
+    if (token.kind == Kind::SecondDecimals) decimals = std::max(decimals, std::min(token.length, kMostDecimals));
     if (token.kind == Kind::AmPm) halfDays = true;
   }
   if (number < 0 || serial >= kLastDateSerial + 1) return std::nullopt;
@@ -238,7 +255,7 @@ std::optional<std::string> FormatDate(const FormatSection& section, double numbe
         break;
       case Kind::SecondDecimals: {
         std::string digits = Padded(total % perSecond, decimals);
-        digits.append(static_cast<std::size_t>(token.length - decimals), '0');
+        digits.resize(static_cast<std::size_t>(token.length), '0');
         out += "." + digits;
         break;
       }
@@ -249,8 +266,9 @@ std::optional<std::string> FormatDate(const FormatSection& section, double numbe
         break;
       }
       case Kind::AmPm: {
-        const bool afternoon = second >= 12 * 3600;
-        out += token.text == "A/P" ? (afternoon ? "P" : "A") : (afternoon ? "PM" : "AM");
+        // The half behind the line is for the afternoon.
+        const std::size_t line = token.text.find('/');
+        out += second >= 12 * 3600 ? token.text.substr(line + 1) : token.text.substr(0, line);
         break;
       }
       case Kind::Point:
@@ -302,7 +320,7 @@ Choice ChooseSection(const std::vector<FormatSection>& sections, double number) 
     if (section.condition) {
       const bool onlyNegatives =
           (section.condition->op == Operator::Less || section.condition->op == Operator::LessEqual) &&
-          section.condition->bound <= 0;
+          section.condition->bound == 0;
       if (section.condition->Holds(number)) return {&section, negative && !onlyNegatives};
     } else if (i + 1 == count) {
       return {&section, negative && (count == 1 || sections[0].condition.has_value())};
@@ -336,6 +354,8 @@ struct Attempt {
 Attempt ShowNumber(double number, std::string_view numberFormat, bool date1904) {
   if (numberFormat.empty() || numberFormat == "General") return {GeneralText(number), {}};
   const std::vector<FormatSection> sections = ParseNumberFormat(numberFormat);
+  // A format for texts alone leaves numbers as they are.
+  if (sections.size() == 1 && sections[0].hasText) return {GeneralText(number), sections[0].colour};
   const Choice choice = ChooseSection(sections, number);
   if (choice.section == nullptr) return {};
   const FormatSection& section = *choice.section;

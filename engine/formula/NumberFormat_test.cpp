@@ -143,6 +143,66 @@ TEST(NumberFormat, Colours) {
   EXPECT_EQ(ShowValue(Value(-1), "[Red]yyyy").text, "########");
 }
 
+// Source: the table of fractions in Excel's help on number formats.
+TEST(NumberFormat, FractionsAreTheConvergentsThatFit) {
+  EXPECT_EQ(Show(123.456, "# ?/?"), "123 1/2");
+  EXPECT_EQ(Show(123.456, "# ?\?/?\?"), "123 26/57");
+  EXPECT_EQ(Show(123.456, "# ??\?/??\?"), "123  57/125");
+  EXPECT_EQ(Show(123.456, "# ?/2"), "123 1/2");
+  EXPECT_EQ(Show(123.456, "# ?/4"), "123 2/4");
+  EXPECT_EQ(Show(123.456, "# ?/8"), "123 4/8");
+  EXPECT_EQ(Show(123.456, "# ?\?/16"), "123  7/16");
+  EXPECT_EQ(Show(123.456, "# ?/10"), "123 5/10");
+  EXPECT_EQ(Show(123.456, "# ?\?/100"), "123 46/100");
+  EXPECT_EQ(Show(0, "?/?"), "0/1");
+  EXPECT_EQ(Show(1234.5, "#,##0 ?/?"), "1,234 1/2");
+  EXPECT_EQ(Show(1e300, "?/999999999"), Show(1e15, "?/999999999"));
+}
+
+TEST(NumberFormat, TheLargestAndTheSmallest) {
+  EXPECT_EQ(Show(1.7976931348623157e308, "##0.0E+0%"), Show(1.7976931348623157e308, "##0.0E+0") + "%");
+  EXPECT_EQ(Show(5e-324, "0.0E+0"), "4.9E-324");
+  EXPECT_EQ(Show(5e-324, "0%"), "0%");
+}
+
+TEST(NumberFormat, NumbersInFormatsForTexts) {
+  EXPECT_EQ(Show(5, "@@"), "5");
+  EXPECT_EQ(Show(-5, "\"<\"@\">\""), "-5");
+  EXPECT_EQ(Show(-5, "0.0;@"), "-5.0");
+}
+
+TEST(NumberFormat, HalvesOfTheDayAsSpelled) {
+  EXPECT_EQ(Show(0.75, "h AM/PM"), "6 PM");
+  EXPECT_EQ(Show(0.75, "h am/pm"), "6 pm");
+  EXPECT_EQ(Show(0.25, "h a/p"), "6 a");
+}
+
+TEST(NumberFormat, DaysDoNotRoundUp) {
+  EXPECT_EQ(Show(45366.999999, "yyyy-mm-dd"), "2024-03-15");
+  EXPECT_EQ(Show(45366.9999999999, "yyyy-mm-dd"), "2024-03-16");
+  EXPECT_EQ(Show(45366.999999, "yyyy-mm-dd hh:mm:ss"), "2024-03-16 00:00:00");
+}
+
+TEST(NumberFormat, FormatsOfTheSystem) {
+  EXPECT_EQ(Show(45366.75, "[$-F800]dddd dd mmmm yyyy"), "Friday, March 15, 2024");
+  EXPECT_EQ(Show(45366.75, "[$-x-systime]hh:mm"), "6:00:00 PM");
+  EXPECT_EQ(Show(-1, "[$-F800]yyyy;\"none\""), "none");
+}
+
+TEST(NumberFormat, SignsOfConditionalSections) {
+  EXPECT_EQ(Show(-5, "[<0](0);0"), "(5)");
+  EXPECT_EQ(Show(-5, "[<-2]0;0"), "-5");
+  EXPECT_EQ(Show(-5, "[=1]0\" day\";0\" days\""), "-5 days");
+  EXPECT_EQ(Show(5, "0!"), "5!");
+}
+
+TEST(NumberFormat, NamesInOtherLanguages) {
+  EXPECT_EQ(Show(45366, "[$-416]dddd d mmmm"), "sexta-feira 15 março");
+  EXPECT_EQ(Show(45366, "[$-41D]ddd d mmm"), "fr 15 mar");
+  EXPECT_EQ(Show(45366, "[$-da-DK]dddd d. mmmm"), "fredag 15. marts");
+  EXPECT_EQ(Show(45366, "[$-414]dddd d. mmmm"), "fredag 15. mars");
+}
+
 TEST(NumberFormat, DatesFrom1904) {
   EXPECT_EQ(FormatValue(Value(0), "yyyy-mm-dd", true), "1904-01-01");
   EXPECT_EQ(FormatValue(Value(37538), "yyyy-mm-dd", true), "2006-10-10");
@@ -156,9 +216,31 @@ TEST(NumberFormat, NegativeDurations) {
 }
 
 TEST(NumberFormat, OddFormatsDoNotBreak) {
-  for (const char* format :
-       {"\"open", "[",  "[Red", "\\", "_",   "*", "E+",  "0E+",     "....", ",,,",    ";;;;;;",  "0.0.0",
-        "%%%",    "[h", "[]",   "0/", "?/0", "/", "0/1", "# ?/?/?", "[$-",  "[$-407", "[Color]", "# ?/99999999999"}) {
+  for (const char* format : {"\"open",
+                             "[",
+                             "[Red",
+                             "\\",
+                             "_",
+                             "*",
+                             "E+",
+                             "0E+",
+                             "....",
+                             ",,,",
+                             ";;;;;;",
+                             "0.0.0",
+                             "%%%",
+                             "[h",
+                             "[]",
+                             "0/",
+                             "?/0",
+                             "/",
+                             "0/1",
+                             "# ?/?/?",
+                             "[$-",
+                             "[$-407",
+                             "[Color]",
+                             "# ?/99999999999",
+                             "ss.000 ss.0 ss.00000"}) {
     FormatValue(Value(1234.5), format);
     FormatValue(Value(-1e300), format);
     FormatValue(Value("text"), format);

@@ -250,6 +250,11 @@ std::optional<double> NumberFromText(std::string_view text) {
   if (text.empty()) return std::nullopt;
   if (const auto number = ReadPlain(text)) return number;
   if (const auto number = ReadMixedFraction(text)) return number;
+  return DateFromText(text);
+}
+
+std::optional<double> DateFromText(std::string_view text) {
+  text = Trimmed(text);
   if (Reader reader(text); const auto time = ReadTime(reader)) {
     if (reader.done()) return time;
   }

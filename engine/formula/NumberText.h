@@ -25,5 +25,7 @@ std::string NumberAsText(double number);
 // A text as a spreadsheet reads it where a number is wanted: " 12 ", "1,234.5", "5%", "(3)", "$7", "1E3", "1/2/2020",
 // "2020-01-31", "31-Jan-2020", "12:30", "1:30 PM", a date and a time. Nothing for anything else.
 std::optional<double> NumberFromText(std::string_view text);
+// The same for dates and times alone: "5" is neither.
+std::optional<double> DateFromText(std::string_view text);
 
 }  // namespace tolvane::engine

@@ -21,7 +21,7 @@ Value LargestOf(std::vector<double>& numbers, double k) {
 }
 
 Value PercentileOf(std::vector<double>& numbers, double share, bool exclusive) {
-  if (numbers.empty()) return ErrorCode::Num;
+  if (numbers.empty() || share < 0 || share > 1) return ErrorCode::Num;
   const auto count = static_cast<double>(numbers.size());
   const double place = exclusive ? share * (count + 1) - 1 : share * (count - 1);  // from 0
   if (!(place >= 0 && place <= count - 1)) return ErrorCode::Num;

@@ -280,6 +280,9 @@ class FormulaParser {
       return builder_.Refer(found->reference, spaces);
     }
     if (IsDigit(c) || (c == '.' && IsDigit(Peek(1)))) return builder_.Constant(Value(ScanNumber()), spaces);
+    if (const std::optional<std::string_view> name = ScanQuotedName()) {
+      return builder_.UseName({kOwnSheet, SpellName(home_.sheet, *name)}, spaces);
+    }
     if (c == '\'') Fail("A quoted sheet name must end with an apostrophe and \"!\"");
     if (IsWordByte(c) && c != '.' && c != '?') return ParseWord(spaces);
     FailUnexpected();
@@ -412,6 +415,20 @@ class FormulaParser {
     return text_.substr(from, at_ - from);
   }
 
+  // 'A7', where A7 alone would be a cell.
+  std::optional<std::string_view> ScanQuotedName() {
+    if (Peek() != '\'') return std::nullopt;
+    const std::size_t close = text_.find('\'', at_ + 1);
+    if (close == std::string_view::npos) return std::nullopt;
+    const std::string_view name = text_.substr(at_ + 1, close - at_ - 1);
+    if (!ReadsAsReference(name, Notation::A1) && !ReadsAsReference(name, Notation::R1C1) &&
+        !ReadsAsColumn(name, Notation::A1)) {
+      return std::nullopt;
+    }
+    at_ = close + 1;
+    return name;
+  }
+
   NodeId ParseWord(int spaces) {
     const std::size_t from = at_;
     const std::string_view word = ScanWord();
@@ -528,6 +545,9 @@ class FormulaParser {
     } else if (const auto found = ScanReference(text_, at_, notation_, home_.cell)) {
       at_ += found->length;
       target.reference = found->reference;
+    } else if (const std::optional<std::string_view> name = ScanQuotedName()) {
+      target.isName = true;
+      target.name = std::string(*name);
     } else if (IsWordByte(Peek()) && !IsDigit(Peek())) {
       target.isName = true;
       target.name = std::string(ScanWord());

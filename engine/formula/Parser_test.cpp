@@ -37,6 +37,21 @@ class ParserTest : public FormulaFixture {
   }
 };
 
+TEST_F(ParserTest, NamesThatReadAsReferencesStandInApostrophes) {
+  EXPECT_EQ(Translated("=SUM(A7)", Notation::R1C1, Notation::A1), "=SUM('A7')");
+  EXPECT_EQ(Translated("=RC+1", Notation::A1, Notation::R1C1), "='RC'+1");
+  EXPECT_EQ(Translated("=tot:C4", Notation::R1C1, Notation::A1), "='tot':$D:$D");
+  EXPECT_EQ(Canonical("='A7'", Notation::R1C1), "=A7");
+  EXPECT_EQ(Canonical("='tot':$D:$D"), "='tot':$D:$D");
+  EXPECT_EQ(Translated("='My Sheet'!A7", Notation::R1C1, Notation::A1), "='My Sheet'!'A7'");
+  EXPECT_EQ(Canonical("='My Sheet'!'A7'", Notation::R1C1), "='My Sheet'!A7");
+}
+
+TEST_F(ParserTest, NoBracketsInNamesOfWorkbooks) {
+  EXPECT_EQ(Canonical("=[a[b]c!A1").find("\"[\""), 0u);
+  EXPECT_EQ(Canonical("='x[a[b.xlsx]c'!A1"), "There is no sheet named \"x[a[b.xlsx]c\" (at character 2).");
+}
+
 TEST_F(ParserTest, WhatIsCanonicalStaysAsItIs) {
   for (const char* text : {"=1",
                            "=1.5",

@@ -176,6 +176,13 @@ class FormulaPrinter {
            reference->shape != Reference::Shape::Broken;
   }
 
+  // The name that a range begins behind.
+  const NameUse* NameBeforeColon(const Node& range) const {
+    const Node* last = &NodeAt(ChildOf(range, 0));
+    while (last->kind == Node::Kind::Binary) last = &NodeAt(ChildOf(*last, 1));
+    return last->kind == Node::Kind::Name ? &formula_.names[last->index] : nullptr;
+  }
+
   // What would read as the second half of an area if it stood bare behind a colon.
   bool IsBareReference(const Node& node) const {
     if (node.kind != Node::Kind::Reference) return false;
@@ -192,12 +199,17 @@ class FormulaPrinter {
       if (left.kind != Node::Kind::Binary || NeedsParentheses(left, PrecedenceOf(node))) break;
       chain.push_back(&left);
     }
+    const auto noteName = [&](const Node& node) {
+      if (node.op == Operator::Range) beforeColon_ = NameBeforeColon(node);
+    };
+    noteName(*chain.back());
     PrintOperand(ChildOf(*chain.back(), 0), PrecedenceOf(*chain.back()));
     for (auto node = chain.rbegin(); node != chain.rend(); ++node) {
       out_.append((*node)->spacesBefore, ' ');
       out_ += SpellingOf((*node)->op);
       const bool joins = (*node)->op == Operator::Range && IsBareReference(NodeAt(ChildOf(**node, 1))) &&
                          EndsAsHalfArea(NodeAt(ChildOf(**node, 0)));
+      if (node + 1 != chain.rend()) noteName(**(node + 1));
       PrintOperand(ChildOf(**node, 1), joins ? kNeverBare : PrecedenceOf(**node) + 1);
     }
   }
@@ -241,7 +253,7 @@ class FormulaPrinter {
   void PrintExternal(const ExternalReference& reference) {
     AppendExternalPrefix(out_, reference.book, reference.sheet);
     if (reference.isName) {
-      out_ += reference.name;
+      AppendName(reference.name);
     } else {
       AppendReference(out_, reference.reference, notation_, home_.cell);
     }
@@ -256,7 +268,14 @@ class FormulaPrinter {
       }
       AppendSheetPrefix(out_, sheet->name(), sheet->name());
     }
-    out_ += use.name;
+    AppendName(use.name, use.sheet == kOwnSheet && &use == beforeColon_);
+  }
+
+  void AppendName(const std::string& name, bool beforeColon = false) {
+    const bool quoted = ReadsAsReference(name, notation_) || (beforeColon && ReadsAsColumn(name, notation_));
+    if (quoted) out_ += '\'';
+    out_ += name;
+    if (quoted) out_ += '\'';
   }
 
   void PrintArray(const ArrayConstant& array) {
@@ -297,6 +316,7 @@ class FormulaPrinter {
   const FormulaHome& home_;
   const Workbook& book_;
   std::string out_;
+  const NameUse* beforeColon_ = nullptr;
   bool inArgument_ = false;
 };
 

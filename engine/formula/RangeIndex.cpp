@@ -89,6 +89,35 @@ const RangeIndex* Evaluator::IndexOf(const Area& area, Equality equality) {
   return entry.index.get();
 }
 
+std::optional<double> Evaluator::GrowingSum(const Area& area) {
+  constexpr int kFewRows = 32;
+  const Rect& rect = area.rect;
+  if (&area.sheet->book() != &book_ || rect.left != rect.right || rect.rows() < kFewRows) return std::nullopt;
+  SumSoFar& known = growingSums_[{area.sheet->id(), rect.topLeft()}];
+  if (known.bottom > rect.bottom) return std::nullopt;
+  SumSoFar grown = known;
+  grown.bottom = rect.bottom;
+  const std::size_t staleBefore = stale_.size();
+  const bool usedStale = std::exchange(usedStale_, false);
+  const bool restsOnKept = std::exchange(restsOnKept_, false);
+  bool hasError = false;
+  const Rect added{std::max(known.bottom + 1, rect.top), rect.left, rect.bottom, rect.right};
+  if (added.top <= added.bottom) {
+    ForEachContent({area.sheet, added}, [&](CellPos, const Value& value) {
+      if (value.isNumber()) grown.sum += value.number();
+      hasError = hasError || value.isError();
+    });
+  }
+  grown.usedStale = grown.usedStale || usedStale_;
+  grown.restsOnKept = grown.restsOnKept || restsOnKept_;
+  usedStale_ = usedStale || grown.usedStale;
+  restsOnKept_ = restsOnKept || grown.restsOnKept;
+  if (stale_.size() != staleBefore) return grown.sum;  // counts for nothing
+  if (hasError) return std::nullopt;
+  known = grown;
+  return grown.sum;
+}
+
 const std::optional<Rect>& Evaluator::UsedContentsOf(const Sheet& sheet) {
   const auto [known, isNew] = usedContents_.try_emplace(&sheet);
   if (isNew) known->second = sheet.UsedContents();
@@ -97,6 +126,7 @@ const std::optional<Rect>& Evaluator::UsedContentsOf(const Sheet& sheet) {
 
 void Evaluator::BeginPass() {
   indexes_.Clear();
+  growingSums_.clear();
   usedContents_.clear();
 }
 

@@ -248,6 +248,16 @@ std::optional<ScannedReference> ScanReference(std::string_view text, std::size_t
   return ScannedReference{MakeReference(*first, *first, isCell ? Shape::Cell : whole, home), scanner.position() - at};
 }
 
+bool ReadsAsReference(std::string_view name, Notation notation) {
+  constexpr CellPos kAnywhere{kMaxRow / 2, kMaxColumn / 2};
+  const auto found = ScanReference(name, 0, notation, kAnywhere);
+  return found && found->length == name.size();
+}
+
+bool ReadsAsColumn(std::string_view name, Notation notation) {
+  return notation == Notation::A1 && ReadsAsReference(std::string(name).append(":A"), notation);
+}
+
 void AppendReference(std::string& out, const Reference& reference, Notation notation, CellPos home) {
   if (notation == Notation::A1) {
     AppendA1(out, reference, home);

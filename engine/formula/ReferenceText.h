@@ -30,6 +30,12 @@ struct ScannedReference {
 // `home` tells it. Nothing when no reference stands there, or when it is only the beginning of a longer word.
 std::optional<ScannedReference> ScanReference(std::string_view text, std::size_t at, Notation notation, CellPos home);
 
+// Whether a name can be told from a reference only by apostrophes: R1C1 notation takes A7 for a name, and A1 notation
+// RC.
+bool ReadsAsReference(std::string_view name, Notation notation);
+// The same for a name before a colon: in A1 notation tot: begins an area of columns.
+bool ReadsAsColumn(std::string_view name, Notation notation);
+
 // Appends a reference without its sheet; "#REF!" when it is broken. In A1 notation offsets that leave the grid wrap.
 void AppendReference(std::string& out, const Reference& reference, Notation notation, CellPos home);
 

@@ -12,11 +12,12 @@ namespace {
 
 constexpr CellPos kAnywhere{kMaxRow / 2, kMaxColumn / 2};
 
-// "[Book]Sheet" and "Folder\[Book]Sheet" into their parts.
+// "[Book]Sheet" and "Folder\[Book]Sheet" into their parts. A workbook with brackets in its name cannot be referred to.
 SheetPrefix Split(std::string_view content, std::size_t length) {
   const std::size_t open = content.find('[');
   const std::size_t close = content.rfind(']');
-  if (open == std::string_view::npos || close == std::string_view::npos || close < open) {
+  if (open == std::string_view::npos || close == std::string_view::npos || close < open ||
+      content.substr(open + 1, close - open - 1).find_first_of("[]") != std::string_view::npos) {
     return {"", std::string(content), length};
   }
   std::string book(content.substr(0, open));
@@ -82,6 +83,7 @@ std::optional<SheetPrefix> ScanSheetPrefix(std::string_view text, std::size_t at
   if (text[at] == '[') {
     const std::size_t close = text.find(']', at);
     if (close == std::string_view::npos) return std::nullopt;
+    if (text.substr(at + 1, close - at - 1).find_first_of("['") != std::string_view::npos) return std::nullopt;
     end = close + 1;
   }
   const std::size_t firstWord = end;

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,10 @@ class NameTable {
   bool Remove(std::string_view name);
   const std::map<std::string, Name>& byFoldedName() const { return names_; }
   std::map<std::string, Name>& byFoldedName() { return names_; }
+
+  // Names that the workbook's file has, but whose formula the grammar does not know; folded. They count as no names,
+  // yet what uses them is not wrong, it only cannot be worked out.
+  std::set<std::string> unread;
 
  private:
   std::map<std::string, Name> names_;

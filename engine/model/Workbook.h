@@ -39,7 +39,8 @@ class Workbook {
   bool structureProtected = false;
   bool date1904 = false;
   std::string codeName = "ThisWorkbook";
-  std::shared_ptr<FileKeepsake> keepsake;  // shared with clones
+  // Shared with clones. No part of the contents: saving a new workbook gives it one.
+  mutable std::shared_ptr<FileKeepsake> keepsake;
 
   // --- sheets ------------------------------------------------------------------------------------------------------
   std::size_t sheetCount() const { return sheets_.size(); }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 
 #include "engine/xlsx/XlsxError.h"
+#include "platform/Files.h"
 
 namespace tolvane::engine {
 
@@ -12,6 +12,12 @@ namespace tolvane::engine {
 class BookLocked : public XlsxError {
  public:
   using XlsxError::XlsxError;
+};
+
+// No lock can be written beside the book, as in a folder that may not be written to. Nobody has it open.
+class LockNotWritten : public platform::FileError {
+ public:
+  using platform::FileError::FileError;
 };
 
 // Who holds a lock, as the lock file tells it.
@@ -28,20 +34,23 @@ class LockWorld {
  public:
   virtual ~LockWorld() = default;
   virtual LockHolder Self() = 0;
-  // Whether the process that a holder's `program` tells still runs on this host.
+  // Whether the process that holds the lock may still run; the holder is the same user on the same host. True where
+  // that cannot be told.
   virtual bool IsRunning(const LockHolder& holder) = 0;
 };
 
-// This process on this machine.
+// This process on this machine. A process of ours tells its number, its start, the system's start and the space of its
+// number; of LibreOffice it is enough that none runs, or that the system was started after the lock was written.
 class SystemLockWorld : public LockWorld {
  public:
   LockHolder Self() override;
   bool IsRunning(const LockHolder& holder) override;
 };
 
-// Marks a book as open by a file beside it, ".~lock.NAME#", that LibreOffice writes and honours too. It goes when this
-// does. Throws BookLocked, telling who has the book open; a lock whose holder, the same user on the same host, no
-// longer runs is taken over. Throws platform::FileError where no lock can be written.
+// Marks a book as open by a file beside it, ".~lock.NAME#", that LibreOffice writes and honours too; where the path is
+// a symbolic link, beside the file that it leads to. It goes when this does. Throws BookLocked, telling who has the
+// book open, since when, and how to go on; a lock whose holder, the same user on the same host, no longer runs is taken
+// over. Throws LockNotWritten.
 class BookLock {
  public:
   BookLock(const std::string& bookPath, LockWorld& world);

@@ -2,7 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <optional>
 
 #include "platform/Files.h"
@@ -77,12 +81,64 @@ TEST_F(BookLockTest, TextsComeBack) {
   EXPECT_EQ(ReadLockText("").name, "");
 }
 
+TEST_F(BookLockTest, ThroughALinkItIsTheSameLock) {
+  std::filesystem::create_directory(folder_.Path() / "desk");
+  const std::string link = (folder_.Path() / "desk" / "link.xlsx").string();
+  std::filesystem::create_symlink(book_, link);
+  const BookLock lock(link, world_);
+  EXPECT_TRUE(platform::FileExists(file_));
+  EXPECT_THROW(BookLock(book_, world_), BookLocked);
+}
+
+TEST_F(BookLockTest, WhereNoneCanBeWrittenItSaysSo) {
+  EXPECT_THROW(BookLock((folder_.Path() / "none" / "book.xlsx").string(), world_), LockNotWritten);
+}
+
+// What this process tells of itself, with one part of "tolvane:PROCESS:START:BOOT:SPACE" changed.
+LockHolder SelfWith(std::size_t part, const std::string& changed) {
+  LockHolder holder = SystemLockWorld().Self();
+  std::size_t at = 0;
+  for (std::size_t i = 0; i < part; ++i) at = holder.program.find(':', at) + 1;
+  const std::size_t end = std::min(holder.program.find(':', at), holder.program.size());
+  holder.program.replace(at, end - at, changed);
+  return holder;
+}
+
 TEST_F(BookLockTest, ThisProcessIsAliveAndAnotherOfItsNumberIsNot) {
   SystemLockWorld world;
-  LockHolder self = world.Self();
-  EXPECT_TRUE(world.IsRunning(self));
-  self.program += "1";
-  EXPECT_FALSE(world.IsRunning(self));
+  EXPECT_TRUE(world.IsRunning(world.Self()));
+  EXPECT_FALSE(world.IsRunning(SelfWith(2, "1"))) << "one of the same number that is gone";
+  EXPECT_FALSE(world.IsRunning(SelfWith(3, "an-earlier-start"))) << "of before the system was started";
+  EXPECT_TRUE(world.IsRunning(SelfWith(4, "1"))) << "of another container: nobody knows";
+  EXPECT_TRUE(world.IsRunning(SelfWith(1, "x"))) << "unreadable: nobody knows";
+}
+
+TEST_F(BookLockTest, AProcessThatEndedIsNotRunning) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const std::string program = SystemLockWorld().Self().program;
+    const bool told = ::write(ends[1], program.data(), program.size()) == static_cast<ssize_t>(program.size());
+    ::_exit(told ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  ASSERT_EQ(status, 0);
+  std::array<char, 512> text;
+  const ssize_t size = ::read(ends[0], text.data(), text.size());
+  ::close(ends[0]);
+  ::close(ends[1]);
+  LockHolder holder = SystemLockWorld().Self();
+  holder.program.assign(text.data(), static_cast<std::size_t>(size));
+  EXPECT_FALSE(SystemLockWorld().IsRunning(holder));
+}
+
+TEST_F(BookLockTest, ALockOfLibreOfficeFromBeforeTheSystemStartedIsStale) {
+  LockHolder holder = SystemLockWorld().Self();
+  holder.program = "file:///home/ann/.config/libreoffice/4";
+  holder.since = "01.02.2001 08:00";
+  EXPECT_FALSE(SystemLockWorld().IsRunning(holder));
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ std::optional<std::string> SaveXlsx(const Workbook& workbook, const Package& pac
   if (!kind) throw XlsxError("Cannot save " + path + ". Its name must end with .xlsx, .xlsm, .xltx, .xltm or .xlam");
   const std::string bytes = WriteXlsx(workbook, package, *kind, options.activeSheet);
   platform::FileCalls system;
-  return platform::ReplaceFileKeeping(platform::PathFromUtf8(path), bytes, options.backups,
+  return platform::ReplaceFileKeeping(platform::PathFromUtf8(path), bytes, {options.backups, options.seen},
                                       options.calls == nullptr ? system : *options.calls);
 }
 

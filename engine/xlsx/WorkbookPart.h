@@ -24,7 +24,9 @@ struct SheetEntry {
   const SheetRecord* record = nullptr;  // null: a new one
   std::string linkId;
 };
+// `recalculates`: programs that open the file shall work out all formulas.
 std::string WriteWorkbookPart(std::string_view xml, const Workbook& book, const PackageData& data,
-                              const std::vector<SheetEntry>& sheets, std::optional<SheetId> activeSheet);
+                              const std::vector<SheetEntry>& sheets, std::optional<SheetId> activeSheet,
+                              bool recalculates);
 
 }  // namespace tolvane::engine::xlsx

@@ -113,6 +113,7 @@ class WorkbookReader {
     kept.foldedName = platform::FoldCase(name);
     kept.isModelled = isKnown;
     kept.xml = PrintDom(element);
+    if (!isKnown && !isBuiltIn) (sheet == nullptr ? book_.names : sheet->names).unread.insert(kept.foldedName);
     data_.names.push_back(std::move(kept));
   }
 

@@ -231,12 +231,20 @@ class WorkbookWriter {
 }  // namespace
 
 std::string WriteWorkbookPart(std::string_view xml, const Workbook& book, const PackageData& data,
-                              const std::vector<SheetEntry>& sheets, std::optional<SheetId> activeSheet) {
+                              const std::vector<SheetEntry>& sheets, std::optional<SheetId> activeSheet,
+                              bool recalculates) {
   constexpr std::string_view empty =
       "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><workbookPr/>"
       "<bookViews><workbookView/></bookViews><sheets/></workbook>";
   const auto document = ParseDom(xml.empty() ? empty : xml, data.workbookPath);
   WorkbookWriter(document->document_element(), book, data, sheets).Write(activeSheet);
+  if (recalculates) {
+    const pugi::xml_node calculation =
+        ObtainChild(document->document_element(), "calcPr",
+                    {"oleSize", "customWorkbookViews", "pivotCaches", "smartTagPr", "smartTagTypes", "webPublishing",
+                     "fileRecoveryPr", "webPublishObjects", "extLst"});
+    SetFlag(calculation, "fullCalcOnLoad", true, false);
+  }
   return PrintDom(*document);
 }
 

@@ -5,6 +5,7 @@
 
 #include "engine/xlsx/FileKinds.h"
 #include "engine/xlsx/Fingerprint.h"
+#include "engine/xlsx/NotComputed.h"
 #include "engine/xlsx/PackageData.h"
 #include "engine/xlsx/PackageGraph.h"
 #include "engine/xlsx/PartAnchors.h"
@@ -48,7 +49,8 @@ class BookWriter {
     bool bookChanges = isNew || isOther || WorkbookFingerprint(book_) != data_.workbookFingerprint;
     const bool anyChanges = bookChanges || sheetsChange || styles_.isChanged() || gone_.size() > 0;
     if (!anyChanges && kind_ == data_.kind) return data_.archive.bytes();
-    bookChanges = bookChanges || (anyChanges && !data_.tellsCodeNames);
+    recalculates_ = sheetsChange && HoldsNotComputed(book_);
+    bookChanges = bookChanges || recalculates_ || (anyChanges && !data_.tellsCodeNames);
 
     if (sheetsChange) {
       strings_ = std::make_unique<SharedStringsWriter>(book_, data_);
@@ -255,7 +257,8 @@ class BookWriter {
   void WriteBookPart() {
     std::vector<SheetEntry> entries;
     for (const Plan& plan : plans_) entries.push_back(plan.entry);
-    zip_.Add(workbookPath_, WriteWorkbookPart(ReadPart(workbookPath_), book_, data_, entries, activeSheet_));
+    zip_.Add(workbookPath_,
+             WriteWorkbookPart(ReadPart(workbookPath_), book_, data_, entries, activeSheet_, recalculates_));
   }
 
   void WriteSheetPart(Plan& plan) {
@@ -289,6 +292,7 @@ class BookWriter {
   const PackageData& data_;
   const FileKind kind_;
   const std::optional<SheetId> activeSheet_;
+  bool recalculates_ = false;  // whoever opens the file works out what could not be worked out here
   Budget budget_;
   ContentTypes types_;
   std::vector<Link> workbookLinks_;

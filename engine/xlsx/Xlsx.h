@@ -9,6 +9,7 @@
 #include "engine/model/Workbook.h"
 #include "engine/xlsx/XlsxError.h"
 #include "platform/FileCalls.h"
+#include "platform/ReplaceFile.h"
 
 namespace tolvane::engine {
 
@@ -62,10 +63,12 @@ std::string WriteXlsx(const Workbook& workbook, const Package& package, FileKind
 XlsxBook OpenXlsx(const std::string& path);
 struct SaveOptions {
   int backups = 3;  // generations of former versions that are kept beside the file, NAME.bak1 being the newest
-  std::optional<SheetId> activeSheet;
+  std::optional<SheetId> activeSheet = std::nullopt;
+  // As the file was last seen; one that another program has changed since is not replaced (platform::ReplaceOptions).
+  std::optional<platform::FileStamp>* seen = nullptr;
   platform::FileCalls* calls = nullptr;  // the system's, unless told otherwise
 };
-// A text when the book is saved but its former version could not be kept as a backup.
+// A text when the book is saved but its former versions could not be moved up.
 std::optional<std::string> SaveXlsx(const Workbook& workbook, const Package& package, const std::string& path,
                                     const SaveOptions& options = {});
 

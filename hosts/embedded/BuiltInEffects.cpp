@@ -1,11 +1,9 @@
 #include "hosts/embedded/BuiltInEffects.h"
 
-#include <utility>
-
-#include "hosts/embedded/BuiltInControls.h"
 #include "hosts/embedded/CellSearch.h"
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Sorting.h"
+#include "hosts/shell/BuiltInControls.h"
 #include "src/host/Range.h"
 
 namespace tolvane::embedded {
@@ -46,64 +44,26 @@ void DoBuiltInControl(Program& program, int controlId) {
   if (sheet == nullptr) return;
   const auto selection = [&] { return sheet->RangeOver(sheet->sheet().view.selection); };
   switch (controlId) {
-    case builtin::kCopy:
+    case shell::builtin::kCopy:
       return selection().Copy();
-    case builtin::kCut:
+    case shell::builtin::kCut:
       return selection().Cut();
-    case builtin::kPaste:
-    case builtin::kPasteButton:
+    case shell::builtin::kPaste:
+    case shell::builtin::kPasteButton:
       return Paste(*sheet, host::PasteType::All);
-    case builtin::kPasteFormatting:
+    case shell::builtin::kPasteFormatting:
       return Paste(*sheet, host::PasteType::Formats);
-    case builtin::kPasteValues:
+    case shell::builtin::kPasteValues:
       return Paste(*sheet, host::PasteType::Values);
-    case builtin::kSortAscending:
+    case shell::builtin::kSortAscending:
       return SortSelection(*sheet, host::SortOrder::Ascending);
-    case builtin::kSortDescending:
+    case shell::builtin::kSortDescending:
       return SortSelection(*sheet, host::SortOrder::Descending);
-    case builtin::kProtectSheet:
+    case shell::builtin::kProtectSheet:
       if (sheet->ProtectContents()) return sheet->Unprotect();
       return sheet->Protect({});
     default:
       return;
-  }
-}
-
-void DoBuiltInCommand(Program& program, std::string_view ribbonId) {
-  constexpr std::pair<std::string_view, int> kCommands[] = {
-      {"Copy", builtin::kCopy},
-      {"Cut", builtin::kCut},
-      {"Paste", builtin::kPaste},
-      {"PasteFormatting", builtin::kPasteFormatting},
-      {"PasteValues", builtin::kPasteValues},
-      {"SortAscendingExcel", builtin::kSortAscending},
-      {"SortDescendingExcel", builtin::kSortDescending},
-      {"SheetProtect", builtin::kProtectSheet},
-  };
-  for (const auto& [name, id] : kCommands) {
-    if (name == ribbonId) return DoBuiltInControl(program, id);
-  }
-}
-
-void DoBuiltInKey(Program& program, const KeyStroke& key) {
-  const auto sheet = program.activeSheet();
-  const bool plain = !key.alt && !key.shift;
-  if (key.name == "ESCAPE") return program.clipboard.EndMode();
-  if (sheet == nullptr || !plain) return;
-  if (key.ctrl) {
-    if (key.name == "c" || key.name == "C") return DoBuiltInControl(program, builtin::kCopy);
-    if (key.name == "x" || key.name == "X") return DoBuiltInControl(program, builtin::kCut);
-    if (key.name == "v" || key.name == "V") return DoBuiltInControl(program, builtin::kPaste);
-    return;
-  }
-  if (key.name == "DELETE") {
-    return sheet->RangeOver(sheet->sheet().view.selection).ClearContents();
-  }
-  // Enter pastes what was copied, once.
-  const bool isEnter = key.name == "ENTER" || key.name == "RETURN";
-  if (isEnter && program.clipboard.mode() != host::CutCopyMode::None) {
-    DoBuiltInControl(program, builtin::kPaste);
-    program.clipboard.EndMode();
   }
 }
 

@@ -2,13 +2,12 @@
 
 #include <string>
 
-#include "hosts/embedded/EmbeddedCommandBars.h"
-#include "hosts/embedded/EmbeddedKeys.h"
 #include "hosts/embedded/EmbeddedRange.h"
 #include "hosts/embedded/EmbeddedWindow.h"
 #include "hosts/embedded/EmbeddedWorkbook.h"
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Refusal.h"
+#include "hosts/shell/CommandBars.h"
 
 namespace tolvane::embedded {
 
@@ -125,22 +124,20 @@ host::CommandBars EmbeddedApplication::CommandBars() const {
 }
 
 void EmbeddedApplication::OnKey(std::string_view key, const std::optional<std::string>& macro) {
-  parts_.keys->Hook(key, macro);
+  program_->keys.Hook(key, macro);
 }
 
 void EmbeddedApplication::SendKeys(std::string_view keys) {
-  parts_.keys->Send(keys);
+  program_->keys.Send(keys);
   program_->KeysWereSent();
 }
 
 void EmbeddedApplication::OnUndo(std::string_view caption, std::string_view macro) {
-  program_->undo.reset();
-  if (!caption.empty()) program_->undo = Program::Command{std::string(caption), std::string(macro)};
+  program_->undo = shell::Session::CommandOf(caption, macro);
 }
 
 void EmbeddedApplication::OnRepeat(std::string_view caption, std::string_view macro) {
-  program_->repeat.reset();
-  if (!caption.empty()) program_->repeat = Program::Command{std::string(caption), std::string(macro)};
+  program_->repeat = shell::Session::CommandOf(caption, macro);
 }
 
 }  // namespace tolvane::embedded

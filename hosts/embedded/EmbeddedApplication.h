@@ -6,18 +6,18 @@
 #include "hosts/embedded/Program.h"
 #include "src/host/Application.h"
 
-namespace tolvane::embedded {
+namespace tolvane::shell {
+class CommandBars;
+}  // namespace tolvane::shell
 
-class EmbeddedCommandBars;
-class EmbeddedKeys;
+namespace tolvane::embedded {
 
 class EmbeddedApplication final : public host::ApplicationBody {
  public:
   struct Parts {
     std::shared_ptr<Program> program;
-    std::shared_ptr<EmbeddedCommandBars> commandBars;
+    std::shared_ptr<shell::CommandBars> commandBars;
     std::shared_ptr<host::UserBody> user;
-    std::shared_ptr<EmbeddedKeys> keys;
   };
   explicit EmbeddedApplication(Parts parts) : program_(std::move(parts.program)), parts_(std::move(parts)) {}
 

@@ -2,41 +2,37 @@
 
 #include <utility>
 
-#include "hosts/embedded/BuiltInEffects.h"
 #include "hosts/embedded/EmbeddedApplication.h"
-#include "hosts/embedded/EmbeddedCommandBars.h"
-#include "hosts/embedded/EmbeddedKeys.h"
-#include "hosts/embedded/EmbeddedRibbon.h"
-#include "hosts/embedded/EmbeddedUser.h"
 #include "hosts/embedded/EmbeddedUserActions.h"
 #include "hosts/embedded/EmbeddedWorkbook.h"
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Program.h"
 #include "hosts/embedded/Refusal.h"
+#include "hosts/shell/CommandBars.h"
+#include "hosts/shell/Ribbon.h"
+#include "hosts/shell/User.h"
 
 namespace tolvane::embedded {
 
 class EmbeddedHost::Impl {
  public:
-  Impl(Desk& desk, BookFiles& files, Options options)
+  Impl(shell::Desk& desk, BookFiles& files, Options options)
       : program(std::make_shared<Program>(desk, files, std::move(options))),
-        keys(std::make_shared<EmbeddedKeys>()),
-        commandBars(std::make_shared<EmbeddedCommandBars>(EmbeddedCommandBars::Surroundings{
+        commandBars(std::make_shared<shell::CommandBars>(shell::CommandBars::Surroundings{
             program->gate, desk, [this](std::string_view macro) { program->RunCommand(macro); },
-            [this](int id) { DoBuiltInControl(*program, id); },
+            [this](int id) { program->DoBuiltInControl(id); },
             [this] {
               const auto sheet = program->activeSheet();
               return sheet != nullptr && sheet->ProtectContents();
             }})),
-        user(std::make_shared<EmbeddedUser>(EmbeddedUser::Surroundings{
+        user(std::make_shared<shell::User>(shell::User::Surroundings{
             program->gate, desk, [this] { return program->clipboard.HasText(); },
             [this] { return program->clipboard.Text(); }, [this] { return program->cancelKey.TakeEsc(); },
             [this] { program->events.FormShown(); }, [this] { program->events.FormGone(); }})),
-        application(
-            std::make_shared<EmbeddedApplication>(EmbeddedApplication::Parts{program, commandBars, user, keys})),
-        actions(EmbeddedUserActions::Parts{program, commandBars, keys, [this] { return ribbon; }}) {
+        application(std::make_shared<EmbeddedApplication>(EmbeddedApplication::Parts{program, commandBars, user})),
+        actions(program, commandBars, [this] { return ribbon; }) {
     program->OnSentKeys([this] {
-      while (const auto key = keys->TakeSent()) actions.Press(*key);
+      while (const auto key = program->keys.TakeSent()) actions.Press(*key);
     });
   }
 
@@ -58,15 +54,14 @@ class EmbeddedHost::Impl {
   }
 
   std::shared_ptr<Program> program;
-  std::shared_ptr<EmbeddedKeys> keys;
-  std::shared_ptr<EmbeddedCommandBars> commandBars;
-  std::shared_ptr<EmbeddedUser> user;
+  std::shared_ptr<shell::CommandBars> commandBars;
+  std::shared_ptr<shell::User> user;
   std::shared_ptr<EmbeddedApplication> application;
-  std::shared_ptr<EmbeddedRibbon> ribbon;
+  std::shared_ptr<shell::Ribbon> ribbon;
   EmbeddedUserActions actions;
 };
 
-EmbeddedHost::EmbeddedHost(Desk& desk, BookFiles& files, Options options)
+EmbeddedHost::EmbeddedHost(shell::Desk& desk, BookFiles& files, Options options)
     : impl_(std::make_unique<Impl>(desk, files, std::move(options))) {}
 
 EmbeddedHost::~EmbeddedHost() = default;
@@ -101,7 +96,7 @@ void EmbeddedHost::OfferMacro(const host::Workbook& book, std::string_view name,
 }
 
 void EmbeddedHost::LoadRibbon(std::string_view definition, host::RibbonCallbacks& callbacks) {
-  auto loaded = EmbeddedRibbon::Load(impl_->program->gate, definition, callbacks);
+  auto loaded = shell::Ribbon::Load(impl_->program->gate, definition, callbacks);
   if (impl_->ribbon != nullptr) impl_->ribbon->Close();
   impl_->ribbon = std::move(loaded);
 }

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "engine/model/Workbook.h"
-#include "hosts/embedded/Desk.h"
+#include "hosts/shell/Session.h"
 #include "src/host/Application.h"
 #include "src/host/Ribbon.h"
 #include "src/host/UserActions.h"
@@ -29,12 +29,9 @@ class BookFiles {
 // A spreadsheet program without a window: the port over the workbook engine. Everything that it hands out dies with it.
 class EmbeddedHost {
  public:
-  struct Options {
-    std::string version = "16.0";
-    std::string caption = "Tolvane";
-  };
-  EmbeddedHost(Desk& desk, BookFiles& files, Options options);
-  EmbeddedHost(Desk& desk, BookFiles& files) : EmbeddedHost(desk, files, Options{}) {}
+  using Options = shell::Session::Options;
+  EmbeddedHost(shell::Desk& desk, BookFiles& files, Options options);
+  EmbeddedHost(shell::Desk& desk, BookFiles& files) : EmbeddedHost(desk, files, Options{}) {}
   ~EmbeddedHost();
   EmbeddedHost(const EmbeddedHost&) = delete;
   EmbeddedHost& operator=(const EmbeddedHost&) = delete;

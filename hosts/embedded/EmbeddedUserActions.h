@@ -5,56 +5,29 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/embedded/EmbeddedKeys.h"
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Program.h"
-#include "src/host/UserActions.h"
+#include "hosts/shell/UserActions.h"
 
 namespace tolvane::embedded {
 
-class EmbeddedCommandBars;
-class EmbeddedRibbon;
-
 // The user of the embedded host: goes through the same doors as the program does, but may do less.
-class EmbeddedUserActions final : public host::UserActions {
+class EmbeddedUserActions final : public shell::UserActions {
  public:
-  struct Parts {
-    std::shared_ptr<Program> program;
-    std::shared_ptr<EmbeddedCommandBars> commandBars;
-    std::shared_ptr<EmbeddedKeys> keys;
-    // Null while no ribbon is loaded.
-    std::function<std::shared_ptr<EmbeddedRibbon>()> ribbon;
-  };
-  explicit EmbeddedUserActions(Parts parts) : program_(*parts.program), parts_(std::move(parts)) {}
+  EmbeddedUserActions(std::shared_ptr<Program> program, std::shared_ptr<shell::CommandBars> commandBars,
+                      std::function<std::shared_ptr<shell::Ribbon>()> ribbon)
+      : UserActions({program, std::move(commandBars), std::move(ribbon)}), program_(*program) {}
 
-  void ActivateWorkbook(const host::Workbook& book) override;
   void ActivateSheet(const host::Worksheet& sheet) override;
   void Select(const host::Range& range) override;
   void Type(const host::Range& cell, std::string_view text, bool asText) override;
   void PressDelete(const host::Range& range) override;
   void DoubleClick(const host::Range& cell) override;
   void RightClick(const host::Range& cell) override;
-  void PressKey(std::string_view key) override;
-  void ClickControl(const host::CommandBarControl& control) override;
-  void ClickRibbonControl(std::string_view id) override;
-  void ClickRibbonCommand(std::string_view id) override;
-  void PressCalculate() override;
-  bool PressUndo() override;
-  std::string UndoCaption() const override;
-  bool Print(const host::Workbook& book) override;
-  bool Save(const host::Workbook& book) override;
-  bool Close(const host::Workbook& book) override;
-  void InstallAddin(const host::Workbook& addin, bool install) override;
   void PutTextOnClipboard(std::string_view text) override;
-  void PressCancelKey(int callsFromNow) override;
-
-  void Press(const KeyStroke& key);
 
  private:
-  bool SaveWithDialog(EmbeddedWorkbook& book);
-
   Program& program_;
-  Parts parts_;
 };
 
 }  // namespace tolvane::embedded

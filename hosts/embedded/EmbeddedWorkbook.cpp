@@ -9,6 +9,7 @@
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Refusal.h"
 #include "hosts/embedded/StyleConversion.h"
+#include "hosts/shell/FileName.h"
 
 namespace tolvane::embedded {
 
@@ -201,22 +202,8 @@ std::vector<std::string> EmbeddedWorkbook::StyleNames() const {
   return names;
 }
 
-void EmbeddedWorkbook::Save() {
-  if (!hasFile()) Refuse("The workbook \"" + name_ + "\" has no file yet; give it one with SaveAs.");
-  const auto self = Self();
-  if (MaySave(false)) WriteFile(FullName());
-}
-
-void EmbeddedWorkbook::SaveAs(std::string_view path) {
-  const auto self = Self();
-  const std::string wanted(path);
-  RequireFilePath(wanted);
-  if (MaySave(false)) WriteFile(wanted);
-}
-
 void EmbeddedWorkbook::RequireFilePath(const std::string& path) const {
-  const std::size_t separator = path.find_last_of("/\\");
-  const std::string name = separator == std::string::npos ? path : path.substr(separator + 1);
+  const std::string name = shell::FileNameOf(path).Whole();
   if (name.empty()) Refuse("\"" + path + "\" is not the path of a file.");
   program_->RequireFreeName(name, this);
 }
@@ -226,43 +213,6 @@ void EmbeddedWorkbook::WriteFile(const std::string& path) {
   program_->files.Save(*book_, path);
   SetPath(path);
   saved_ = true;
-}
-
-bool EmbeddedWorkbook::MayGoOn(const std::function<void(host::ApplicationEvents&, const host::Workbook&, bool&)>& ask) {
-  if (!program_->settings.enableEvents) return true;
-  const host::Workbook self(Self());
-  const bool cancelled =
-      program_->events.Ask([&](host::ApplicationEvents& listener, bool& cancel) { ask(listener, self, cancel); });
-  return !cancelled && IsAlive();
-}
-
-bool EmbeddedWorkbook::MaySave(bool saveAsUI) {
-  return MayGoOn([saveAsUI](host::ApplicationEvents& listener, const host::Workbook& book, bool& cancel) {
-    listener.WorkbookBeforeSave(book, saveAsUI, cancel);
-  });
-}
-
-bool EmbeddedWorkbook::MayClose() {
-  return MayGoOn([](host::ApplicationEvents& listener, const host::Workbook& book, bool& cancel) {
-    listener.WorkbookBeforeClose(book, cancel);
-  });
-}
-
-bool EmbeddedWorkbook::MayPrint() {
-  return MayGoOn([](host::ApplicationEvents& listener, const host::Workbook& book, bool& cancel) {
-    listener.WorkbookBeforePrint(book, cancel);
-  });
-}
-
-void EmbeddedWorkbook::Close(bool saveChanges) {
-  const auto self = Self();
-  if (!MayClose()) return;
-  if (saveChanges && !saved_) {
-    if (!hasFile()) Refuse("The workbook \"" + name_ + "\" has no file to save its changes to; use SaveAs first.");
-    if (!MaySave(false)) return;
-    WriteFile(FullName());
-  }
-  program_->Close(*this);
 }
 
 }  // namespace tolvane::embedded

@@ -10,6 +10,7 @@
 #include "engine/formula/Calculator.h"
 #include "engine/model/Workbook.h"
 #include "hosts/embedded/Program.h"
+#include "hosts/shell/Book.h"
 #include "src/host/Window.h"
 #include "src/host/Workbook.h"
 
@@ -17,9 +18,7 @@ namespace tolvane::embedded {
 
 class EmbeddedWorksheet;
 
-class EmbeddedWorkbook final : public host::WorkbookBody,
-                               public engine::CalculationWorld,
-                               public std::enable_shared_from_this<EmbeddedWorkbook> {
+class EmbeddedWorkbook final : public shell::Book, public engine::CalculationWorld {
  public:
   // `path`: the file, empty while there is none.
   EmbeddedWorkbook(std::shared_ptr<Program> program, std::unique_ptr<engine::Workbook> book, std::string name,
@@ -30,6 +29,9 @@ class EmbeddedWorkbook final : public host::WorkbookBody,
   // The book is closed: it and all that belongs to it is dead.
   void Die();
 
+  std::shared_ptr<EmbeddedWorkbook> Self() const {
+    return std::static_pointer_cast<EmbeddedWorkbook>(std::const_pointer_cast<shell::Book>(shared_from_this()));
+  }
   Program& program() const { return *program_; }
   engine::Workbook& book() const { return *book_; }
   engine::Calculator& calculator() const { return *calculator_; }
@@ -48,7 +50,6 @@ class EmbeddedWorkbook final : public host::WorkbookBody,
   void RequireUnprotectedStructure(std::string_view what) const;
   int VisibleSheets() const;
   void MarkUnsaved() { saved_ = false; }
-  bool hasFile() const { return !folder_.empty(); }
 
   // --- CalculationWorld
   // -------------------------------------------------------------------------------------------------
@@ -81,26 +82,19 @@ class EmbeddedWorkbook final : public host::WorkbookBody,
   void Activate() override;
   void DefineStyle(const host::StyleDefinition& style) override;
   std::vector<std::string> StyleNames() const override;
-  void Save() override;
-  void SaveAs(std::string_view path) override;
-  void Close(bool saveChanges) override;
 
-  // Raises the event that asks before; false when a handler cancelled, or closed the book itself.
-  bool MaySave(bool saveAsUI);
-  bool MayClose();
-  bool MayPrint();
-  // Writes the file without asking; it is the book's own from then on.
-  void WriteFile(const std::string& path);
+  // --- Book
+  // -------------------------------------------------------------------------------------------------------------
+  shell::Session& session() const override { return *program_; }
+  bool HasFile() const override { return !folder_.empty(); }
+  void RequireFilePath(const std::string& path) const override;
+  void WriteFile(const std::string& path) override;
+  bool DefinesName(std::string_view name) const override { return book_->names.Find(name) != nullptr; }
 
  private:
   void SetPath(const std::string& path);
-  void RequireFilePath(const std::string& path) const;
-  bool MayGoOn(const std::function<void(host::ApplicationEvents&, const host::Workbook&, bool& cancel)>& ask);
   // The sheet that is in front when this one has gone.
   engine::SheetId FrontWithout(engine::SheetId leaving) const;
-  std::shared_ptr<EmbeddedWorkbook> Self() const {
-    return std::const_pointer_cast<EmbeddedWorkbook>(shared_from_this());
-  }
 
   std::shared_ptr<Program> program_;
   std::uint64_t key_;

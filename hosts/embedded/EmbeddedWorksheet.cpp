@@ -8,8 +8,8 @@
 #include "hosts/embedded/EmbeddedNames.h"
 #include "hosts/embedded/EmbeddedRange.h"
 #include "hosts/embedded/EmbeddedWindow.h"
-#include "hosts/embedded/Palette.h"
 #include "hosts/embedded/Refusal.h"
+#include "hosts/shell/Palette.h"
 
 namespace tolvane::embedded {
 
@@ -100,7 +100,7 @@ int EmbeddedWorksheet::Index() const {
 }
 
 host::Workbook EmbeddedWorksheet::Parent() const {
-  return host::Workbook(book_->shared_from_this());
+  return host::Workbook(book_->Self());
 }
 
 host::SheetVisibility EmbeddedWorksheet::Visible() const {
@@ -129,11 +129,11 @@ void EmbeddedWorksheet::SetVisible(host::SheetVisibility visibility) {
 }
 
 host::ColorIndex EmbeddedWorksheet::TabColorIndex() const {
-  return sheet_->tabColour ? NearestIndex(*sheet_->tabColour) : host::kColorIndexNone;
+  return sheet_->tabColour ? shell::NearestIndex(*sheet_->tabColour) : host::kColorIndexNone;
 }
 
 void EmbeddedWorksheet::SetTabColorIndex(host::ColorIndex index) {
-  const engine::Colour colour = ColourOf(index);
+  const engine::Colour colour = shell::ColourOf(index);
   book_->RequireUnprotectedStructure("coloured");
   sheet_->tabColour = colour;
   program_->BookEdited(*book_);
@@ -163,7 +163,7 @@ void EmbeddedWorksheet::Activate() {
     Refuse("The sheet \"" + Name() + "\" is hidden and cannot be activated.");
   }
   book_->ActivateSheet(*this);
-  if (IsAlive() && !book_->IsAddin()) program_->ActivateBook(book_->activeSheet()->book().shared_from_this());
+  if (IsAlive() && !book_->IsAddin()) program_->ActivateBook(book_->activeSheet()->book().Self());
 }
 
 void EmbeddedWorksheet::CopyTo(const host::Worksheet& other, std::size_t behind) {
@@ -256,7 +256,7 @@ host::Range EmbeddedWorksheet::ColumnAt(int column) const {
 }
 
 host::Names EmbeddedWorksheet::Names() const {
-  return host::Names(std::make_shared<EmbeddedNames>(NameScope{book_->shared_from_this(), Self()}));
+  return host::Names(std::make_shared<EmbeddedNames>(NameScope{book_->Self(), Self()}));
 }
 
 // --- protection

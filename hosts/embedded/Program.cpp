@@ -3,55 +3,27 @@
 #include <algorithm>
 #include <utility>
 
+#include "hosts/embedded/BuiltInEffects.h"
 #include "hosts/embedded/EmbeddedRange.h"
 #include "hosts/embedded/EmbeddedWindow.h"
 #include "hosts/embedded/EmbeddedWorkbook.h"
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Refusal.h"
+#include "hosts/shell/FileName.h"
 #include "platform/Text.h"
 
 namespace tolvane::embedded {
 
-namespace {
-
-// The name that only an Accounts Book has; such a book answers this macro whatever opened it.
-constexpr std::string_view kAccountsBookName = "setIsTolvaneAccountsBook";
-constexpr std::string_view kAccountsBookMacro = "IsConnected";
-
-struct FileName {
-  std::string stem;
-  std::string extension;  // with its point
-};
-
-FileName SplitFileName(std::string_view path) {
-  const std::size_t separator = path.find_last_of("/\\");
-  if (separator != std::string_view::npos) path.remove_prefix(separator + 1);
-  const std::size_t point = path.rfind('.');
-  if (point == std::string_view::npos || point == 0) return {std::string(path), {}};
-  return {std::string(path.substr(0, point)), std::string(path.substr(point))};
-}
-
-}  // namespace
-
-Program::Program(Desk& theDesk, BookFiles& theFiles, EmbeddedHost::Options theOptions)
-    : desk(theDesk), files(theFiles), options(std::move(theOptions)) {
-  gate->AddHook(cancelKey);
-  events.Watch([this] { EnterAddin(); }, [this] { LeaveAddin(); });
-}
+Program::Program(shell::Desk& theDesk, BookFiles& theFiles, Options theOptions)
+    : Session(theDesk, std::move(theOptions)), files(theFiles) {}
 
 void Program::End() {
-  ended_ = true;
-  events.End();
+  EndSession();
   clipboard.EndMode();
   for (const auto& book : books_) book->Die();
   books_.clear();
   active_.reset();
   thisBook_.reset();
-  macros = {};
-  undo.reset();
-  repeat.reset();
-  takeSentKeys_ = nullptr;
-  gate->RemoveHook(cancelKey);
 }
 
 // --- workbooks
@@ -81,7 +53,7 @@ std::shared_ptr<EmbeddedWorkbook> Program::Open(Opening opening) {
   book->MakeSheets();
   books_.push_back(book);
   const bool tells = settings.enableEvents;
-  std::vector<EventHub::Event> calculated;
+  std::vector<shell::EventHub::Event> calculated;
   if (settings.calculation == host::Calculation::Automatic) calculated = RecalculateAll();
   const bool toFront = !opening.isAddin;
   if (toFront) active_ = book;  // whoever hears of the opening finds it there
@@ -89,22 +61,22 @@ std::shared_ptr<EmbeddedWorkbook> Program::Open(Opening opening) {
     events.Raise([book](host::ApplicationEvents& listener) { listener.WorkbookOpen(host::Workbook(book)); });
   }
   if (toFront && active_ == book) TellActivated(book);
-  for (const EventHub::Event& event : calculated) events.Raise(event);
+  for (const shell::EventHub::Event& event : calculated) events.Raise(event);
   return book;
 }
 
 std::shared_ptr<EmbeddedWorkbook> Program::OpenFile(const std::string& path, bool tellsOpen, bool asTemplate) {
-  const auto [stem, extension] = SplitFileName(path);
-  if (!asTemplate) RequireFreeName(stem + extension, nullptr);
+  const shell::FileName name = shell::FileNameOf(path);
+  if (!asTemplate) RequireFreeName(name.Whole(), nullptr);
   BookFiles::Opened opened = files.Open(path);
   Opening opening;
   opening.tellsOpen = tellsOpen;
   opening.book = std::move(opened.book);
   opening.isAddin = opened.isAddin;
   if (opened.isTemplate || asTemplate) {
-    opening.name = FreeName(stem);
+    opening.name = NameFromTemplate(name.stem);
   } else {
-    opening.name = stem + extension;
+    opening.name = name.Whole();
     opening.path = path;
   }
   return Open(std::move(opening));
@@ -114,23 +86,12 @@ std::shared_ptr<EmbeddedWorkbook> Program::NewBook() {
   Opening opening;
   opening.book = std::make_unique<engine::Workbook>();
   if (opening.book->sheetCount() == 0) opening.book->AddSheet("Sheet1", 0);
-  do {
-    opening.name = "Book" + std::to_string(++newBooks_);
-  } while (FindBook(opening.name) != nullptr);
+  opening.name = NameOfNewBook();
   opening.tellsOpen = false;
   return Open(std::move(opening));
 }
 
-std::string Program::FreeName(const std::string& stem) {
-  int& count = fromTemplate_[platform::FoldCase(stem)];
-  std::string name;
-  do {
-    name = stem + std::to_string(++count);
-  } while (FindBook(name) != nullptr);
-  return name;
-}
-
-void Program::Close(EmbeddedWorkbook& closing) {
+void Program::CloseBook(shell::Book& closing) {
   const auto found =
       std::find_if(books_.begin(), books_.end(), [&](const auto& book) { return book.get() == &closing; });
   if (found == books_.end()) return;
@@ -175,15 +136,13 @@ void Program::AddinChanged(EmbeddedWorkbook& book) {
 // -------------------------------------------------------------------------------------------------------------
 
 void Program::MarkEdited(EmbeddedWorkbook& book) {
-  if (keepsCopyMode_ == 0) clipboard.EndMode();
-  undo.reset();
-  repeat.reset();
+  EditHappened();
   book.MarkUnsaved();
 }
 
 void Program::CellsEdited(EmbeddedWorksheet& sheet, const std::vector<engine::Rect>& areas) {
   MarkEdited(sheet.book());
-  std::vector<EventHub::Event> calculated;
+  std::vector<shell::EventHub::Event> calculated;
   if (settings.calculation == host::Calculation::Automatic) calculated = RecalculateAll();
   if (settings.enableEvents) {
     const host::Range target = sheet.RangeOver(areas);
@@ -191,7 +150,7 @@ void Program::CellsEdited(EmbeddedWorksheet& sheet, const std::vector<engine::Re
       if (target.IsAlive()) listener.SheetChange(host::Worksheet(self), target);
     });
   }
-  for (const EventHub::Event& event : calculated) events.Raise(event);
+  for (const shell::EventHub::Event& event : calculated) events.Raise(event);
 }
 
 void Program::FormulasEntered(EmbeddedWorksheet& sheet, const std::vector<engine::Rect>& areas) {
@@ -207,12 +166,12 @@ void Program::BookEdited(EmbeddedWorkbook& book) {
 }
 
 void Program::Recalculate() {
-  for (const EventHub::Event& event : RecalculateAll()) events.Raise(event);
+  for (const shell::EventHub::Event& event : RecalculateAll()) events.Raise(event);
 }
 
 // The events are those that are to be raised, none while events are off.
-std::vector<EventHub::Event> Program::RecalculateAll() {
-  std::vector<EventHub::Event> told;
+std::vector<shell::EventHub::Event> Program::RecalculateAll() {
+  std::vector<shell::EventHub::Event> told;
   for (const auto& book : books_) {
     for (const engine::SheetId id : book->calculator().Recalculate()) {
       if (!settings.enableEvents) continue;
@@ -224,56 +183,25 @@ std::vector<EventHub::Event> Program::RecalculateAll() {
   return told;
 }
 
-void Program::Raise(const EventHub::Event& event) {
-  if (settings.enableEvents) events.Raise(event);
+void Program::ClearSelection() {
+  if (const auto sheet = activeSheet()) sheet->RangeOver(sheet->sheet().view.selection).ClearContents();
 }
 
-// --- calls into the add-in
-// ---------------------------------------------------------------------------------------------
-
-void Program::LeaveAddin() {
-  if (--callDepth_ > 0) return;
-  cancelKey.mode = host::CancelKey::Interrupt;
-  if (!keysWait_) return;
-  try {
-    KeysWereSent();
-  } catch (...) {
-    // Nobody is left who sent them; the program refuses a key by doing nothing.
-  }
+void Program::DoBuiltInControl(int id) {
+  embedded::DoBuiltInControl(*this, id);
 }
 
-void Program::KeysWereSent() {
-  keysWait_ = callDepth_ > 0;
-  if (!keysWait_ && takeSentKeys_) takeSentKeys_();
-}
-
-host::CellValue Program::RunMacro(std::string_view text) {
-  const MacroCall call = MacroCall::Parse(text);
-  std::vector<std::shared_ptr<EmbeddedWorkbook>> candidates;
-  if (call.book) {
-    if (const auto book = FindBook(*call.book)) candidates.push_back(book);
-  } else {
-    if (thisBook_ != nullptr) candidates.push_back(thisBook_);
-    if (active_ != nullptr) candidates.push_back(active_);
-    candidates.insert(candidates.end(), books_.begin(), books_.end());
+std::vector<std::shared_ptr<shell::Book>> Program::BooksForMacro(const std::optional<std::string>& name) const {
+  if (name) {
+    const auto book = FindBook(*name);
+    return book == nullptr ? std::vector<std::shared_ptr<shell::Book>>()
+                           : std::vector<std::shared_ptr<shell::Book>>{book};
   }
-  for (const auto& book : candidates) {
-    if (const Macros::Macro* offered = macros.Find(book->Key(), call.macro)) {
-      const Macros::Macro macro = *offered;  // it may close its own book
-      const AddinCall inAddin(*this);
-      return macro();
-    }
-  }
-  if (platform::EqualIgnoringCase(call.macro, kAccountsBookMacro)) {
-    for (const auto& book : candidates) {
-      if (book->book().names.Find(kAccountsBookName) != nullptr) return true;
-    }
-  }
-  Refuse("Cannot run the macro '" + std::string(text) + "'. The macro may not be available in this workbook.");
-}
-
-void Program::RunCommand(std::string_view macro) {
-  if (!macro.empty()) RunMacro(macro);
+  std::vector<std::shared_ptr<shell::Book>> all;
+  if (thisBook_ != nullptr) all.push_back(thisBook_);
+  if (active_ != nullptr) all.push_back(active_);
+  all.insert(all.end(), books_.begin(), books_.end());
+  return all;
 }
 
 }  // namespace tolvane::embedded

@@ -9,12 +9,9 @@
 #include <vector>
 
 #include "engine/model/Geometry.h"
-#include "hosts/embedded/CancelKey.h"
 #include "hosts/embedded/Clipboard.h"
-#include "hosts/embedded/Desk.h"
 #include "hosts/embedded/EmbeddedHost.h"
-#include "hosts/embedded/EventHub.h"
-#include "hosts/embedded/Macros.h"
+#include "hosts/shell/Session.h"
 #include "src/host/CellValue.h"
 #include "src/host/Constants.h"
 #include "src/host/Gate.h"
@@ -24,43 +21,16 @@ namespace tolvane::embedded {
 class EmbeddedWorkbook;
 class EmbeddedWorksheet;
 
-// What the program has one of, behind Application: its settings, the open workbooks, the clipboard, the events. Bodies
-// hold it, so that a handle may outlive the host; End breaks the circles.
-class Program : public std::enable_shared_from_this<Program> {
+// What the program has one of, behind Application: beside what every host has, the open workbooks and the clipboard.
+// Bodies hold it, so that a handle may outlive the host; End breaks the circles.
+class Program final : public shell::Session, public std::enable_shared_from_this<Program> {
  public:
-  Program(Desk& desk, BookFiles& files, EmbeddedHost::Options options);
+  Program(shell::Desk& desk, BookFiles& files, Options options);
   // Closes everything; all bodies are dead from then on.
   void End();
-  bool hasEnded() const { return ended_; }
 
-  const std::shared_ptr<host::Gate> gate = std::make_shared<host::Gate>();
-  Desk& desk;
   BookFiles& files;
-  const EmbeddedHost::Options options;
-
-  // --- settings -----------------------------------------------------------------------------------------------------
-  struct Settings {
-    std::optional<std::string> statusBar;
-    bool screenUpdating = true;
-    bool enableEvents = true;
-    bool displayAlerts = true;
-    host::Cursor cursor = host::Cursor::Default;
-    host::Calculation calculation = host::Calculation::Automatic;
-    host::ReferenceStyle referenceStyle = host::ReferenceStyle::A1;
-  };
-  Settings settings;
-
-  EventHub events;
   Clipboard clipboard;
-  Macros macros;
-  CancelKeyWatch cancelKey;
-
-  struct Command {
-    std::string caption;
-    std::string macro;
-  };
-  std::optional<Command> undo;
-  std::optional<Command> repeat;
 
   // --- workbooks
   // ------------------------------------------------------------------------------------------------------
@@ -83,7 +53,7 @@ class Program : public std::enable_shared_from_this<Program> {
   std::shared_ptr<EmbeddedWorkbook> Open(Opening opening);
   std::shared_ptr<EmbeddedWorkbook> OpenFile(const std::string& path, bool tellsOpen, bool asTemplate);
   std::shared_ptr<EmbeddedWorkbook> NewBook();
-  void Close(EmbeddedWorkbook& book);
+  void CloseBook(shell::Book& book) override;
   void ActivateBook(const std::shared_ptr<EmbeddedWorkbook>& book);
   // A book has become an add-in and gone from the front, or an ordinary one.
   void AddinChanged(EmbeddedWorkbook& book);
@@ -99,63 +69,26 @@ class Program : public std::enable_shared_from_this<Program> {
   void FormulasEntered(EmbeddedWorksheet& sheet, const std::vector<engine::Rect>& areas);
   void BookEdited(EmbeddedWorkbook& book);
   // Works out stale formulas of all books and raises SheetCalculate.
-  void Recalculate();
-  // While one lives, edits leave copy mode on: pasting is an edit, too.
-  class KeepCopyMode {
-   public:
-    explicit KeepCopyMode(Program& program) : program_(program) { ++program_.keepsCopyMode_; }
-    ~KeepCopyMode() { --program_.keepsCopyMode_; }
-    KeepCopyMode(const KeepCopyMode&) = delete;
-    KeepCopyMode& operator=(const KeepCopyMode&) = delete;
+  void Recalculate() override;
+  bool IsCopying() const override { return clipboard.mode() != host::CutCopyMode::None; }
+  void EndCutCopyMode() override { clipboard.EndMode(); }
+  void ClearSelection() override;
+  void DoBuiltInControl(int id) override;
 
-   private:
-    Program& program_;
-  };
-
-  // --- calls into the add-in
-  // -------------------------------------------------------------------------------------------- As Application.Run.
-  host::CellValue RunMacro(std::string_view text);
-  // As RunMacro, for keys, buttons and the undo list: an empty text does nothing.
-  void RunCommand(std::string_view macro);
-  // Takes the keys that were sent to the program; called when no part of the add-in is at work, as a program sees its
-  // input only then.
-  void OnSentKeys(std::function<void()> take) { takeSentKeys_ = std::move(take); }
-  void KeysWereSent();
-  // Around everything that calls into the add-in.
-  void EnterAddin() { ++callDepth_; }
-  void LeaveAddin();
-  class AddinCall {
-   public:
-    explicit AddinCall(Program& program) : program_(program) { program_.EnterAddin(); }
-    ~AddinCall() { program_.LeaveAddin(); }
-    AddinCall(const AddinCall&) = delete;
-    AddinCall& operator=(const AddinCall&) = delete;
-
-   private:
-    Program& program_;
-  };
-
-  // Raises an event unless events are off now.
-  void Raise(const EventHub::Event& event);
+ protected:
+  std::vector<std::shared_ptr<shell::Book>> BooksForMacro(const std::optional<std::string>& name) const override;
+  bool IsNameTaken(std::string_view name) const override { return FindBook(name) != nullptr; }
 
  private:
   void MarkEdited(EmbeddedWorkbook& book);
   void ActivateLast();
   void TellActivated(const std::shared_ptr<EmbeddedWorkbook>& book);
-  std::vector<EventHub::Event> RecalculateAll();
-  std::string FreeName(const std::string& stem);
+  std::vector<shell::EventHub::Event> RecalculateAll();
 
   std::vector<std::shared_ptr<EmbeddedWorkbook>> books_;
   std::shared_ptr<EmbeddedWorkbook> active_;
   std::shared_ptr<EmbeddedWorkbook> thisBook_;
   std::uint64_t nextKey_ = 1;
-  int newBooks_ = 0;
-  std::map<std::string, int> fromTemplate_;
-  int keepsCopyMode_ = 0;
-  int callDepth_ = 0;
-  bool keysWait_ = false;
-  std::function<void()> takeSentKeys_;
-  bool ended_ = false;
 };
 
 }  // namespace tolvane::embedded

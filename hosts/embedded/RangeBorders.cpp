@@ -6,10 +6,10 @@
 
 #include "hosts/embedded/EmbeddedRange.h"
 #include "hosts/embedded/FormatRuns.h"
-#include "hosts/embedded/Palette.h"
 #include "hosts/embedded/Refusal.h"
 #include "hosts/embedded/SheetGuard.h"
 #include "hosts/embedded/StyleConversion.h"
+#include "hosts/shell/Palette.h"
 
 namespace tolvane::embedded {
 
@@ -162,11 +162,11 @@ std::optional<host::ColorIndex> EmbeddedRange::BorderColorIndex(host::BorderInde
   const auto line = ReadLine(cells(), areas(), border);
   if (!line) return std::nullopt;
   if (line->style == engine::LineStyle::None) return host::kColorIndexNone;
-  return line->colour ? NearestIndex(*line->colour) : host::kColorIndexAutomatic;
+  return line->colour ? shell::NearestIndex(*line->colour) : host::kColorIndexAutomatic;
 }
 
 void EmbeddedRange::SetBorderColorIndex(host::BorderIndex border, host::ColorIndex index) {
-  const engine::Colour colour = ColourOf(index);
+  const engine::Colour colour = shell::ColourOf(index);
   ChangeBorder(cells(), areas(), border, [&](Line& line) {
     if (index == host::kColorIndexNone) {
       line = {};

@@ -5,10 +5,10 @@
 
 #include "hosts/embedded/EmbeddedRange.h"
 #include "hosts/embedded/FormatRuns.h"
-#include "hosts/embedded/Palette.h"
 #include "hosts/embedded/Refusal.h"
 #include "hosts/embedded/SheetGuard.h"
 #include "hosts/embedded/StyleConversion.h"
+#include "hosts/shell/Palette.h"
 
 namespace tolvane::embedded {
 
@@ -132,11 +132,11 @@ std::optional<host::ColorIndex> EmbeddedRange::InteriorColorIndex() const {
   const auto fill = ReadFormat([](const CellFormat& f) { return f.format.fill; });
   if (!fill) return std::nullopt;
   if (fill->pattern == engine::FillPattern::None) return host::kColorIndexNone;
-  return fill->colour ? NearestIndex(*fill->colour) : host::kColorIndexAutomatic;
+  return fill->colour ? shell::NearestIndex(*fill->colour) : host::kColorIndexAutomatic;
 }
 
 void EmbeddedRange::SetInteriorColorIndex(host::ColorIndex index) {
-  const engine::Colour colour = ColourOf(index);
+  const engine::Colour colour = shell::ColourOf(index);
   ChangeGroup(FormatGroup::Fill, [colour](Format& f) {
     f.fill = colour ? engine::Fill{engine::FillPattern::Solid, colour} : engine::Fill{};
   });

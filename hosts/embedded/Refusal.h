@@ -1,18 +1,14 @@
 #pragma once
 
 #include <stdexcept>
-#include <string>
 #include <utility>
 
 #include "engine/formula/Parser.h"
-#include "src/host/Errors.h"
+#include "hosts/shell/Refusal.h"
 
 namespace tolvane::embedded {
 
-// What the spreadsheet itself refuses.
-[[noreturn]] inline void Refuse(const std::string& text) {
-  throw host::HostError(host::ErrorNumber::ApplicationDefined, text);
-}
+using shell::Refuse;
 
 // Runs a piece of work on the engine; its refusals become the port's.
 template <class Work>

@@ -6,9 +6,9 @@
 #include "hosts/embedded/EmbeddedWorksheet.h"
 #include "hosts/embedded/Refusal.h"
 #include "hosts/embedded/SheetGuard.h"
-#include "hosts/embedded/TextTable.h"
 #include "hosts/embedded/Typing.h"
 #include "hosts/embedded/Values.h"
+#include "hosts/shell/TextTable.h"
 
 namespace tolvane::embedded {
 
@@ -18,7 +18,7 @@ using engine::Rect;
 void EmbeddedWorksheet::PasteSpecialText() {
   if (!IsInFront()) Refuse("Text can only be pasted into the active sheet; \"" + Name() + "\" is not.");
   if (!program_->clipboard.HasText()) Refuse("There is no text on the clipboard.");
-  const std::vector<std::vector<std::string>> rows = SplitTable(program_->clipboard.Text());
+  const std::vector<std::vector<std::string>> rows = shell::SplitTable(program_->clipboard.Text());
   std::size_t width = 0;
   for (const auto& row : rows) width = std::max(width, row.size());
   if (width == 0) Refuse("There is no text on the clipboard.");

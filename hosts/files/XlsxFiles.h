@@ -1,6 +1,6 @@
 #pragma once
 
-#include <map>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -11,12 +11,15 @@
 namespace tolvane::files {
 
 // Workbook files of Excel's format for a host without a window. An open workbook carries what its file holds beyond it,
-// and the lock on its file, until it is closed; so whoever holds a clone of it holds the lock too. Templates and
-// add-ins are not locked: many read them at the same time. Failures are HostErrors.
+// and the lock on its file, until it is closed; so whoever holds a clone of it holds the lock too. A book in a folder
+// that may not be written to opens without a lock. A book whose file another program has changed since is not saved
+// over it. Failures are HostErrors.
 class XlsxFiles : public embedded::BookFiles {
  public:
   struct Options {
-    int backups = 3;
+    int backups = 3;         // former versions beside a saved book
+    bool onlyReads = false;  // takes no locks for books that are opened, and honours none
+    std::function<void(const std::string&)> warn = nullptr;  // hears what went wrong though the book was saved
   };
   XlsxFiles(engine::LockWorld& world, Options options) : world_(world), options_(options) {}
   explicit XlsxFiles(engine::LockWorld& world) : XlsxFiles(world, Options{}) {}
@@ -25,12 +28,10 @@ class XlsxFiles : public embedded::BookFiles {
   void Save(const engine::Workbook& book, const std::string& path) override;
 
  private:
-  void Lock(const engine::Workbook& book, const std::string& path);
+  std::unique_ptr<engine::BookLock> LockToRead(const std::string& path);
 
   engine::LockWorld& world_;
   Options options_;
-  // Locks of books that were new when they were saved first.
-  std::map<std::string, std::unique_ptr<engine::BookLock>> locksOfNew_;
 };
 
 }  // namespace tolvane::files

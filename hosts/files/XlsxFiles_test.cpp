@@ -37,10 +37,11 @@ class XlsxFilesTest : public ::testing::Test {
 };
 
 TEST_F(XlsxFilesTest, SavesAndOpens) {
-  engine::Workbook book;
-  book.AddSheet("Data", 0).SetValue({1, 1}, "x");
-  files_.Save(book, Path("book.xlsx"));
+  auto book = std::make_unique<engine::Workbook>();
+  book->AddSheet("Data", 0).SetValue({1, 1}, "x");
+  files_.Save(*book, Path("book.xlsx"));
   EXPECT_TRUE(platform::FileExists(Path(".~lock.book.xlsx#")));
+  book.reset();
   auto opened = files_.Open(Path("book.xlsx"));
   EXPECT_EQ(opened.book->sheetAt(0).ValueAt({1, 1}), engine::Value("x"));
   EXPECT_FALSE(opened.isTemplate);
@@ -53,6 +54,70 @@ TEST_F(XlsxFilesTest, SavesAndOpens) {
   EXPECT_TRUE(platform::FileExists(Path(".~lock.other.xlsm#")));
   opened.book.reset();
   EXPECT_FALSE(platform::FileExists(Path(".~lock.other.xlsm#")));
+}
+
+TEST_F(XlsxFilesTest, ANewBookHasItsLockUntilItGoes) {
+  auto book = std::make_unique<engine::Workbook>();
+  book->AddSheet("Data", 0);
+  files_.Save(*book, Path("a.xlsx"));
+  EXPECT_THAT(Problem(Path("a.xlsx")), HasSubstr("open by Ann on home since now"));
+  files_.Save(*book, Path("b.xlsx"));
+  EXPECT_FALSE(platform::FileExists(Path(".~lock.a.xlsx#")));
+  EXPECT_TRUE(platform::FileExists(Path(".~lock.b.xlsx#")));
+  book.reset();
+  EXPECT_FALSE(platform::FileExists(Path(".~lock.b.xlsx#")));
+}
+
+TEST_F(XlsxFilesTest, ABookThatCouldNotBeSavedElsewhereKeepsItsFile) {
+  engine::Workbook book;
+  book.AddSheet("Data", 0);
+  files_.Save(book, Path("a.xlsx"));
+  EXPECT_THROW(files_.Save(book, Path("none/b.xlsx")), host::HostError);
+  std::filesystem::create_directory(Path("folder.xlsx"));
+  EXPECT_THROW(files_.Save(book, Path("folder.xlsx")), host::HostError);
+  EXPECT_FALSE(platform::FileExists(Path(".~lock.folder.xlsx#")));
+  EXPECT_TRUE(platform::FileExists(Path(".~lock.a.xlsx#")));
+  files_.Save(book, Path("a.xlsx"));
+}
+
+TEST_F(XlsxFilesTest, WhatAnotherProgramSavedMeanwhileStays) {
+  engine::Workbook book;
+  engine::Sheet& sheet = book.AddSheet("Data", 0);
+  files_.Save(book, Path("a.xlsx"));
+  sheet.SetValue({1, 1}, "ours");
+  files_.Save(book, Path("a.xlsx"));  // what it saved itself it knows
+  platform::ReplaceFile(Path("a.xlsx"), "theirs");
+  try {
+    files_.Save(book, Path("a.xlsx"));
+    FAIL() << "it is another file";
+  } catch (const host::HostError& error) {
+    EXPECT_THAT(error.what(), HasSubstr("another program has changed it"));
+  }
+  EXPECT_EQ(platform::ReadFile(Path("a.xlsx")), "theirs");
+  files_.Save(book, Path("b.xlsx"));
+  EXPECT_EQ(platform::ReadFile(Path("b.xlsx")).substr(0, 2), "PK");
+}
+
+TEST_F(XlsxFilesTest, ReadingAloneNeedsNoLock) {
+  engine::Workbook book;
+  book.AddSheet("Data", 0);
+  files_.Save(book, Path("a.xlsx"));
+  XlsxFiles reader(world_, {.onlyReads = true});
+  EXPECT_NE(reader.Open(Path("a.xlsx")).book, nullptr);
+  EXPECT_TRUE(platform::FileExists(Path(".~lock.a.xlsx#"))) << "that of the book that is open";
+  EXPECT_THROW(reader.Save(*reader.Open(Path("a.xlsx")).book, Path("a.xlsx")), host::HostError);
+}
+
+TEST_F(XlsxFilesTest, OneFileHasOneLockByWhateverName) {
+  auto book = std::make_unique<engine::Workbook>();
+  book->AddSheet("Data", 0);
+  files_.Save(*book, Path("a.xlsx"));
+  std::filesystem::create_symlink("a.xlsx", Path("link.xlsx"));
+  EXPECT_THAT(Problem(Path("link.xlsx")), HasSubstr("open by Ann"));
+  files_.Save(*book, Path("link.xlsx"));
+  EXPECT_TRUE(std::filesystem::is_symlink(Path("link.xlsx")));
+  book.reset();
+  EXPECT_FALSE(platform::FileExists(Path(".~lock.a.xlsx#")));
 }
 
 TEST_F(XlsxFilesTest, TellsTemplatesAndAddins) {

@@ -1,14 +1,12 @@
 #include "hosts/libreoffice/BuiltInEffects.h"
 
-#include <utility>
-
-#include "hosts/embedded/BuiltInControls.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
+#include "hosts/shell/BuiltInControls.h"
 
 namespace tolvane::libreoffice {
 
-namespace builtin = embedded::builtin;
+namespace builtin = shell::builtin;
 
 namespace {
 
@@ -64,42 +62,6 @@ void DoBuiltInControl(CalcProgram& program, int controlId) {
       return sheet->ProtectContents() ? sheet->Unprotect() : sheet->Protect({});
     default:
       return;
-  }
-}
-
-void DoBuiltInCommand(CalcProgram& program, std::string_view ribbonId) {
-  constexpr std::pair<std::string_view, int> kCommands[] = {
-      {"Copy", builtin::kCopy},
-      {"Cut", builtin::kCut},
-      {"Paste", builtin::kPaste},
-      {"PasteFormatting", builtin::kPasteFormatting},
-      {"PasteValues", builtin::kPasteValues},
-      {"SortAscendingExcel", builtin::kSortAscending},
-      {"SortDescendingExcel", builtin::kSortDescending},
-      {"SheetProtect", builtin::kProtectSheet},
-  };
-  for (const auto& [name, id] : kCommands) {
-    if (name == ribbonId) return DoBuiltInControl(program, id);
-  }
-}
-
-void DoBuiltInKey(CalcProgram& program, const embedded::KeyStroke& key) {
-  const auto sheet = program.activeSheet();
-  const bool plain = !key.alt && !key.shift;
-  if (key.name == "ESCAPE") return program.EndCutCopyMode();
-  if (sheet == nullptr || !plain) return;
-  if (key.ctrl) {
-    if (key.name == "c" || key.name == "C") return DoBuiltInControl(program, builtin::kCopy);
-    if (key.name == "x" || key.name == "X") return DoBuiltInControl(program, builtin::kCut);
-    if (key.name == "v" || key.name == "V") return DoBuiltInControl(program, builtin::kPaste);
-    return;
-  }
-  if (key.name == "DELETE") return sheet->RangeOver(sheet->Selected()).ClearContents();
-  // Enter pastes what was copied, once.
-  const bool isEnter = key.name == "ENTER" || key.name == "RETURN";
-  if (isEnter && program.clipboard.mode != host::CutCopyMode::None) {
-    DoBuiltInControl(program, builtin::kPaste);
-    program.EndCutCopyMode();
   }
 }
 

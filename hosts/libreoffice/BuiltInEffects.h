@@ -1,15 +1,10 @@
 #pragma once
 
-#include <string_view>
-
-#include "hosts/embedded/KeyNotation.h"
 #include "hosts/libreoffice/CalcProgram.h"
 
 namespace tolvane::libreoffice {
 
-// What commands of the spreadsheet program do by themselves, as far as an add-in can meet them; others do nothing.
+// What controls of the spreadsheet program do by themselves, as far as an add-in can meet them; others do nothing.
 void DoBuiltInControl(CalcProgram& program, int controlId);
-void DoBuiltInCommand(CalcProgram& program, std::string_view ribbonId);
-void DoBuiltInKey(CalcProgram& program, const embedded::KeyStroke& key);
 
 }  // namespace tolvane::libreoffice

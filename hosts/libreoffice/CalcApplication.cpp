@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "hosts/embedded/EmbeddedCommandBars.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/CalcWindow.h"
 #include "hosts/libreoffice/CalcWorkbook.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
+#include "hosts/shell/CommandBars.h"
 
 namespace tolvane::libreoffice {
 
@@ -142,17 +142,15 @@ void CalcApplication::OnKey(std::string_view key, const std::optional<std::strin
 
 void CalcApplication::SendKeys(std::string_view keys) {
   program_->keys.Send(keys);
-  parts_.pressSentKeys();
+  program_->KeysWereSent();
 }
 
 void CalcApplication::OnUndo(std::string_view caption, std::string_view macro) {
-  program_->undo.reset();
-  if (!caption.empty()) program_->undo = CalcProgram::Command{std::string(caption), std::string(macro)};
+  program_->undo = shell::Session::CommandOf(caption, macro);
 }
 
 void CalcApplication::OnRepeat(std::string_view caption, std::string_view macro) {
-  program_->repeat.reset();
-  if (!caption.empty()) program_->repeat = CalcProgram::Command{std::string(caption), std::string(macro)};
+  program_->repeat = shell::Session::CommandOf(caption, macro);
 }
 
 }  // namespace tolvane::libreoffice

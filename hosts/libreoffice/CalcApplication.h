@@ -1,14 +1,13 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <utility>
 
 #include "hosts/libreoffice/CalcProgram.h"
 #include "src/host/Application.h"
 
-namespace tolvane::embedded {
-class EmbeddedCommandBars;
+namespace tolvane::shell {
+class CommandBars;
 }
 
 namespace tolvane::libreoffice {
@@ -17,9 +16,8 @@ class CalcApplication final : public host::ApplicationBody {
  public:
   struct Parts {
     std::shared_ptr<CalcProgram> program;
-    std::shared_ptr<embedded::EmbeddedCommandBars> commandBars;
+    std::shared_ptr<shell::CommandBars> commandBars;
     std::shared_ptr<host::UserBody> user;
-    std::function<void()> pressSentKeys;
   };
   explicit CalcApplication(Parts parts) : program_(std::move(parts.program)), parts_(std::move(parts)) {}
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/embedded/Desk.h"
 #include "hosts/libreoffice/CalcProgram.h"
+#include "hosts/shell/Desk.h"
 #include "src/host/Application.h"
 #include "src/host/Ribbon.h"
 #include "src/host/UserActions.h"
@@ -18,7 +18,7 @@ namespace tolvane::libreoffice {
 // out dies with it. To be used on the office's main thread only.
 class CalcHost {
  public:
-  CalcHost(const Reference<css::uno::XComponentContext>& context, embedded::Desk& desk, CalcProgram::Options options);
+  CalcHost(const Reference<css::uno::XComponentContext>& context, shell::Desk& desk, CalcProgram::Options options);
   ~CalcHost();
   CalcHost(const CalcHost&) = delete;
   CalcHost& operator=(const CalcHost&) = delete;

@@ -237,7 +237,7 @@ void CalcName::Delete() {
 std::optional<FormulaTokens> TokensOfName(const CalcWorksheet& sheet, std::string_view name) {
   if (!IsValidName(name)) return std::nullopt;
   return AtEdge([&]() -> std::optional<FormulaTokens> {
-    const auto book = sheet.book().shared_from_this();
+    const auto book = sheet.book().Self();
     for (const auto& scope : {CalcNameScope{book, sheet.Self()}, CalcNameScope{book, nullptr}}) {
       const auto found = scope.Find(name);
       if (!found.is()) continue;
@@ -257,7 +257,7 @@ namespace {
 constexpr int kMostNames = 16;
 
 std::shared_ptr<CalcWorkbook> BookOf(const CalcWorksheet& home, const CellReference& place) {
-  if (place.file.empty()) return home.book().shared_from_this();
+  if (place.file.empty()) return home.book().Self();
   for (const auto& book : home.program().books()) {
     if (!book->Path().empty() && ToUtf8(ToUrl(book->FullName())) == place.file) return book;
   }

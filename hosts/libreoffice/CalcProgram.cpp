@@ -5,6 +5,7 @@
 #include <com/sun/star/document/UpdateDocMode.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/task/XStatusIndicatorFactory.hpp>
@@ -12,35 +13,19 @@
 #include <com/sun/star/util/XCloseable.hpp>
 #include <filesystem>
 
-#include "hosts/libreoffice/CalcNames.h"
+#include "hosts/libreoffice/BuiltInEffects.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/CalcWindow.h"
 #include "hosts/libreoffice/CalcWorkbook.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
+#include "hosts/shell/FileName.h"
 #include "platform/Text.h"
 
 namespace tolvane::libreoffice {
 
 namespace {
 
-// The name that only an Accounts Book has; such a book answers this macro whatever opened it.
-constexpr std::string_view kAccountsBookName = "setIsTolvaneAccountsBook";
-constexpr std::string_view kAccountsBookMacro = "IsConnected";
-
 constexpr const char* kNewBook = "private:factory/scalc";
-
-struct FileName {
-  std::string stem;
-  std::string extension;  // with its point
-};
-
-FileName SplitFileName(std::string_view path) {
-  const std::size_t separator = path.find_last_of("/\\");
-  if (separator != std::string_view::npos) path.remove_prefix(separator + 1);
-  const std::size_t point = path.rfind('.');
-  if (point == std::string_view::npos || point == 0) return {std::string(path), {}};
-  return {std::string(path.substr(0, point)), std::string(path.substr(point))};
-}
 
 bool IsTemplate(const std::string& extension) {
   const std::string folded = platform::FoldCase(extension);
@@ -54,19 +39,15 @@ bool IsAddinFile(const std::string& extension) {
 
 }  // namespace
 
-CalcProgram::CalcProgram(const Reference<css::uno::XComponentContext>& context, embedded::Desk& theDesk,
+CalcProgram::CalcProgram(const Reference<css::uno::XComponentContext>& context, shell::Desk& theDesk,
                          Options theOptions)
-    : desk(theDesk),
-      options(std::move(theOptions)),
+    : Session(theDesk, theOptions),
+      hiddenWindows_(theOptions.hiddenWindows),
       context_(context),
-      desktop_(css::frame::Desktop::create(context), UNO_QUERY_THROW) {
-  gate->AddHook(cancelKey);
-  events.Watch([this] { EnterAddin(); }, [this] { LeaveAddin(); });
-}
+      desktop_(css::frame::Desktop::create(context), UNO_QUERY_THROW) {}
 
 void CalcProgram::End() {
-  ended_ = true;
-  events.End();
+  EndSession();
   clipboard = {};
   const auto books = books_;
   for (const auto& book : books) {
@@ -81,7 +62,6 @@ void CalcProgram::End() {
   books_.clear();
   active_.reset();
   thisBook_.reset();
-  gate->RemoveHook(cancelKey);
 }
 
 // --- settings
@@ -179,7 +159,7 @@ Reference<css::lang::XComponent> CalcProgram::Load(const OUString& url, bool hid
   return AtEdge([&] {
     const auto document = desktop_->loadComponentFromURL(
         url, "_blank", 0,
-        ToSequence({{"Hidden", Any(hidden || options.hiddenWindows)},
+        ToSequence({{"Hidden", Any(hidden || hiddenWindows_)},
                     {"AsTemplate", Any(asTemplate)},
                     {"MacroExecutionMode", Any(css::document::MacroExecMode::NEVER_EXECUTE)},
                     {"UpdateDocMode", Any(css::document::UpdateDocMode::NO_UPDATE)}}));
@@ -215,12 +195,18 @@ std::shared_ptr<CalcWorkbook> CalcProgram::Adopt(const Reference<css::lang::XCom
   return book;
 }
 
+void CalcProgram::AdoptFromUser(const Reference<css::frame::XModel>& model, bool tellsOpen) {
+  if (BookOf(model) != nullptr || !Reference<css::sheet::XSpreadsheetDocument>(model, UNO_QUERY).is()) return;
+  if (!model->getCurrentController().is()) return;
+  const std::string path = ToPath(model->getURL());
+  std::string name = shell::FileNameOf(path).Whole();
+  // Calc opens two files of one name, which Excel refuses; by its name only the first one is found.
+  if (name.empty()) name = NameOfNewBook();
+  Adopt(Reference<css::lang::XComponent>(model, UNO_QUERY_THROW), std::move(name), path, false, tellsOpen);
+}
+
 std::shared_ptr<CalcWorkbook> CalcProgram::NewBook() {
-  std::string name;
-  do {
-    name = "Book" + std::to_string(++newBooks_);
-  } while (FindBook(name) != nullptr);
-  return Adopt(Load(OUString::createFromAscii(kNewBook), false, false), name, {}, false, false);
+  return Adopt(Load(OUString::createFromAscii(kNewBook), false, false), NameOfNewBook(), {}, false, false);
 }
 
 std::shared_ptr<CalcWorkbook> CalcProgram::AdoptAddin(std::string name) {
@@ -229,23 +215,25 @@ std::shared_ptr<CalcWorkbook> CalcProgram::AdoptAddin(std::string name) {
 }
 
 std::shared_ptr<CalcWorkbook> CalcProgram::OpenFile(const std::string& path, bool tellsOpen, bool asTemplate) {
-  const auto [stem, extension] = SplitFileName(path);
-  const bool fromTemplate = asTemplate || IsTemplate(extension);
-  if (!fromTemplate) RequireFreeName(stem + extension, nullptr);
+  const shell::FileName name = shell::FileNameOf(path);
+  const bool fromTemplate = asTemplate || IsTemplate(name.extension);
+  if (!fromTemplate) RequireFreeName(name.Whole(), nullptr);
   std::error_code failure;
   if (!std::filesystem::is_regular_file(path, failure)) Refuse("There is no file \"" + path + "\".");
-  const auto document = Load(ToUrl(path), IsAddinFile(extension), fromTemplate);
-  return Adopt(document, fromTemplate ? FreeName(stem) : stem + extension, fromTemplate ? std::string() : path,
-               IsAddinFile(extension), tellsOpen);
-}
-
-std::string CalcProgram::FreeName(const std::string& stem) {
-  int& count = fromTemplate_[platform::FoldCase(stem)];
-  std::string name;
-  do {
-    name = stem + std::to_string(++count);
-  } while (FindBook(name) != nullptr);
-  return name;
+  if (std::filesystem::file_size(path, failure) == 0) Refuse("\"" + path + "\" is empty; it is no workbook.");
+  const bool isAddin = IsAddinFile(name.extension);
+  auto document = Load(ToUrl(path), isAddin, fromTemplate);
+  // Calc lets nobody edit a file that it opened for reading only, Excel does: a copy takes its place.
+  const bool readOnly = AtEdge([&] { return As<css::frame::XStorable>(document)->isReadonly(); });
+  if (readOnly) {
+    const OwnEdit edit(*this);
+    AtEdge([&] { As<css::util::XCloseable>(document)->close(true); });
+    document = Load(ToUrl(path), isAddin, true);
+  }
+  const auto book = Adopt(document, fromTemplate ? NameFromTemplate(name.stem) : name.Whole(),
+                          fromTemplate ? std::string() : path, isAddin, tellsOpen);
+  if (readOnly) book->SetReadOnlyFile();
+  return book;
 }
 
 std::shared_ptr<CalcWorkbook> CalcProgram::BookOf(const Reference<css::uno::XInterface>& model) const {
@@ -255,7 +243,8 @@ std::shared_ptr<CalcWorkbook> CalcProgram::BookOf(const Reference<css::uno::XInt
   return nullptr;
 }
 
-void CalcProgram::Close(CalcWorkbook& closing) {
+void CalcProgram::CloseBook(shell::Book& book) {
+  CalcWorkbook& closing = static_cast<CalcWorkbook&>(book);
   const Reference<css::util::XCloseable> document(closing.model(), UNO_QUERY_THROW);
   const auto kept = closing.shared_from_this();
   closing.SetSaved(true);
@@ -280,7 +269,7 @@ void CalcProgram::Forget(CalcWorkbook& closing) {
   if (wasActive) active_.reset();
   if (onForgotten) onForgotten(*book);
   book->Die();
-  if (wasActive && !ended_) ActivateAnother();
+  if (wasActive && !hasEnded()) ActivateAnother();
 }
 
 // The book that was opened last of the others comes to the front.
@@ -317,12 +306,6 @@ void CalcProgram::AddinChanged(CalcWorkbook& book) {
 // --- edits
 // -------------------------------------------------------------------------------------------------------------------
 
-void CalcProgram::MarkEdited() {
-  if (keepsCopyMode_ == 0) EndCutCopyMode();
-  undo.reset();
-  repeat.reset();
-}
-
 // Calc calculates by itself but does not tell what. Told of are the sheets that may have followed: those that hold
 // formulas at all.
 std::vector<std::shared_ptr<CalcWorksheet>> CalcProgram::SheetsWithFormulas() const {
@@ -336,7 +319,7 @@ std::vector<std::shared_ptr<CalcWorksheet>> CalcProgram::SheetsWithFormulas() co
 }
 
 void CalcProgram::CellsEdited(CalcWorksheet& sheet, const Rects& areas) {
-  MarkEdited();
+  EditHappened();
   if (!settings.enableEvents) return;
   std::vector<std::shared_ptr<CalcWorksheet>> calculated;
   if (settings.calculation == host::Calculation::Automatic) calculated = SheetsWithFormulas();
@@ -356,7 +339,7 @@ void CalcProgram::RaiseCalculated(const std::vector<std::shared_ptr<CalcWorkshee
 }
 
 void CalcProgram::BookEdited(CalcWorkbook& book) {
-  MarkEdited();
+  EditHappened();
   book.SetSaved(false);
 }
 
@@ -370,44 +353,25 @@ void CalcProgram::Recalculate() {
   RaiseCalculated(calculated);
 }
 
-void CalcProgram::Raise(const embedded::EventHub::Event& event) {
-  if (settings.enableEvents) events.Raise(event);
+void CalcProgram::ClearSelection() {
+  if (const auto sheet = activeSheet()) sheet->RangeOver(sheet->Selected()).ClearContents();
 }
 
-// --- calls into the add-in
-// ---------------------------------------------------------------------------------------------------
-
-void CalcProgram::LeaveAddin() {
-  if (--callDepth_ == 0) cancelKey.mode = host::CancelKey::Interrupt;
+void CalcProgram::DoBuiltInControl(int id) {
+  libreoffice::DoBuiltInControl(*this, id);
 }
 
-host::CellValue CalcProgram::RunMacro(std::string_view text) {
-  const embedded::MacroCall call = embedded::MacroCall::Parse(text);
-  std::vector<std::shared_ptr<CalcWorkbook>> candidates;
-  if (call.book) {
-    if (const auto book = FindBook(*call.book)) candidates.push_back(book);
-  } else {
-    if (thisBook_ != nullptr) candidates.push_back(thisBook_);
-    if (active_ != nullptr) candidates.push_back(active_);
-    candidates.insert(candidates.end(), books_.begin(), books_.end());
+std::vector<std::shared_ptr<shell::Book>> CalcProgram::BooksForMacro(const std::optional<std::string>& name) const {
+  if (name) {
+    const auto book = FindBook(*name);
+    return book == nullptr ? std::vector<std::shared_ptr<shell::Book>>()
+                           : std::vector<std::shared_ptr<shell::Book>>{book};
   }
-  for (const auto& book : candidates) {
-    if (const embedded::Macros::Macro* offered = macros.Find(book->Key(), call.macro)) {
-      const embedded::Macros::Macro macro = *offered;  // it may close its own book
-      const AddinCall scope(*this);
-      return macro();
-    }
-  }
-  if (platform::EqualIgnoringCase(call.macro, kAccountsBookMacro)) {
-    for (const auto& book : candidates) {
-      if (AtEdge([&] { return CalcNameScope{book, nullptr}.Find(kAccountsBookName).is(); })) return true;
-    }
-  }
-  Refuse("Cannot run the macro '" + std::string(text) + "'. The macro may not be available in this workbook.");
-}
-
-void CalcProgram::RunCommand(std::string_view macro) {
-  if (!macro.empty()) RunMacro(macro);
+  std::vector<std::shared_ptr<shell::Book>> all;
+  if (thisBook_ != nullptr) all.push_back(thisBook_);
+  if (active_ != nullptr) all.push_back(active_);
+  all.insert(all.end(), books_.begin(), books_.end());
+  return all;
 }
 
 }  // namespace tolvane::libreoffice

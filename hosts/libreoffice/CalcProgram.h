@@ -12,13 +12,9 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/embedded/CancelKey.h"
-#include "hosts/embedded/Desk.h"
-#include "hosts/embedded/EmbeddedKeys.h"
-#include "hosts/embedded/EventHub.h"
-#include "hosts/embedded/Macros.h"
 #include "hosts/libreoffice/Geometry.h"
 #include "hosts/libreoffice/Uno.h"
+#include "hosts/shell/Session.h"
 #include "src/host/CellValue.h"
 #include "src/host/Constants.h"
 #include "src/host/Gate.h"
@@ -29,51 +25,21 @@ namespace tolvane::libreoffice {
 class CalcWorkbook;
 class CalcWorksheet;
 
-// What the office has one of, behind Application: its settings, the open workbooks, what was copied, the events. Bodies
-// hold it, so that a handle may outlive the host; End breaks the circles.
-class CalcProgram : public std::enable_shared_from_this<CalcProgram> {
+// What the office has one of, behind Application: beside what every host has, the open workbooks and what was copied.
+// Bodies hold it, so that a handle may outlive the host; End breaks the circles.
+class CalcProgram final : public shell::Session, public std::enable_shared_from_this<CalcProgram> {
  public:
-  struct Options {
-    std::string version = "16.0";
-    std::string caption = "Tolvane";
+  struct Options : shell::Session::Options {
     bool hiddenWindows = false;
   };
-  CalcProgram(const Reference<css::uno::XComponentContext>& context, embedded::Desk& desk, Options options);
+  CalcProgram(const Reference<css::uno::XComponentContext>& context, shell::Desk& desk, Options options);
   // Closes what the host opened; all bodies are dead from then on.
   void End();
-  bool hasEnded() const { return ended_; }
 
   const Reference<css::uno::XComponentContext>& context() const { return context_; }
-  const std::shared_ptr<host::Gate> gate = std::make_shared<host::Gate>();
-  embedded::Desk& desk;
-  const Options options;
-
-  // --- settings -----------------------------------------------------------------------------------------------------
-  struct Settings {
-    std::optional<std::string> statusBar;
-    bool screenUpdating = true;
-    bool enableEvents = true;
-    bool displayAlerts = true;
-    host::Cursor cursor = host::Cursor::Default;
-    host::Calculation calculation = host::Calculation::Automatic;
-    host::ReferenceStyle referenceStyle = host::ReferenceStyle::A1;
-  };
-  Settings settings;
   void ApplyScreenUpdating();
   void ApplyCalculation();
   void ShowStatusBar();
-
-  embedded::EventHub events;
-  embedded::Macros macros;
-  embedded::CancelKeyWatch cancelKey;
-  embedded::EmbeddedKeys keys;
-
-  struct Command {
-    std::string caption;
-    std::string macro;
-  };
-  std::optional<Command> undo;
-  std::optional<Command> repeat;
 
   // What is on the clipboard: cells of an open book while in a mode, else a text.
   struct Clipboard {
@@ -82,7 +48,8 @@ class CalcProgram : public std::enable_shared_from_this<CalcProgram> {
     std::optional<std::string> text;
   };
   Clipboard clipboard;
-  void EndCutCopyMode();
+  void EndCutCopyMode() override;
+  bool IsCopying() const override { return clipboard.mode != host::CutCopyMode::None; }
   // Of cells: what they show, a tab between columns, CR LF behind each row.
   bool ClipboardHasText() const;
   std::string ClipboardText() const;
@@ -100,11 +67,13 @@ class CalcProgram : public std::enable_shared_from_this<CalcProgram> {
   std::shared_ptr<CalcWorkbook> OpenFile(const std::string& path, bool tellsOpen, bool asTemplate);
   // The add-in's own book: open, hidden, never in front.
   std::shared_ptr<CalcWorkbook> AdoptAddin(std::string name);
-  // A book that the user opened; none for a document that is no spreadsheet.
+  // None for a document that is no spreadsheet.
   std::shared_ptr<CalcWorkbook> Adopt(const Reference<css::lang::XComponent>& document, std::string name,
                                       std::string path, bool isAddin, bool tellsOpen);
+  // A document that the user opened or made becomes a book, unless it is one, is no spreadsheet or has no window.
+  void AdoptFromUser(const Reference<css::frame::XModel>& model, bool tellsOpen);
   std::shared_ptr<CalcWorkbook> BookOf(const Reference<css::uno::XInterface>& model) const;  // null
-  void Close(CalcWorkbook& book);
+  void CloseBook(shell::Book& book) override;
   // Who listens to what the user does in a book.
   std::function<void(CalcWorkbook&)> onAdopted, onForgotten;
   // Its document is gone.
@@ -119,17 +88,9 @@ class CalcProgram : public std::enable_shared_from_this<CalcProgram> {
   // for the sheets whose formulas may have followed.
   void CellsEdited(CalcWorksheet& sheet, const Rects& areas);
   void BookEdited(CalcWorkbook& book);
-  void Recalculate();
-  class KeepCopyMode {
-   public:
-    explicit KeepCopyMode(CalcProgram& program) : program_(program) { ++program_.keepsCopyMode_; }
-    ~KeepCopyMode() { --program_.keepsCopyMode_; }
-    KeepCopyMode(const KeepCopyMode&) = delete;
-    KeepCopyMode& operator=(const KeepCopyMode&) = delete;
-
-   private:
-    CalcProgram& program_;
-  };
+  void Recalculate() override;
+  void ClearSelection() override;
+  void DoBuiltInControl(int id) override;
   // While the host itself edits, what Calc tells of is not the user's doing.
   class OwnEdit {
    public:
@@ -143,44 +104,24 @@ class CalcProgram : public std::enable_shared_from_this<CalcProgram> {
   };
   bool isEditing() const { return ownEdits_ > 0; }
 
-  // --- calls into the add-in
-  // --------------------------------------------------------------------------------------------
-  host::CellValue RunMacro(std::string_view text);
-  void RunCommand(std::string_view macro);
-  void EnterAddin() { ++callDepth_; }
-  void LeaveAddin();
-  class AddinCall {
-   public:
-    explicit AddinCall(CalcProgram& program) : program_(program) { program_.EnterAddin(); }
-    ~AddinCall() { program_.LeaveAddin(); }
-    AddinCall(const AddinCall&) = delete;
-    AddinCall& operator=(const AddinCall&) = delete;
-
-   private:
-    CalcProgram& program_;
-  };
-  void Raise(const embedded::EventHub::Event& event);
+ protected:
+  std::vector<std::shared_ptr<shell::Book>> BooksForMacro(const std::optional<std::string>& name) const override;
+  bool IsNameTaken(std::string_view name) const override { return FindBook(name) != nullptr; }
 
  private:
   Reference<css::lang::XComponent> Load(const OUString& url, bool hidden, bool asTemplate);
-  void MarkEdited();
   void RaiseCalculated(const std::vector<std::shared_ptr<CalcWorksheet>>& sheets);
   std::vector<std::shared_ptr<CalcWorksheet>> SheetsWithFormulas() const;
   void ActivateAnother();
-  std::string FreeName(const std::string& stem);
 
+  const bool hiddenWindows_;
   Reference<css::uno::XComponentContext> context_;
   Reference<css::frame::XDesktop2> desktop_;
   std::vector<std::shared_ptr<CalcWorkbook>> books_;
   std::shared_ptr<CalcWorkbook> active_;
   std::shared_ptr<CalcWorkbook> thisBook_;
   std::uint64_t nextKey_ = 1;
-  int newBooks_ = 0;
-  std::map<std::string, int> fromTemplate_;
-  int keepsCopyMode_ = 0;
   int ownEdits_ = 0;
-  int callDepth_ = 0;
-  bool ended_ = false;
 };
 
 }  // namespace tolvane::libreoffice

@@ -5,11 +5,7 @@
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/util/CellProtection.hpp>
 #include <string>
-#include <utility>
 
-#include "hosts/embedded/EmbeddedCommandBars.h"
-#include "hosts/embedded/EmbeddedRibbon.h"
-#include "hosts/libreoffice/BuiltInEffects.h"
 #include "hosts/libreoffice/CalcNames.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/CalcWindow.h"
@@ -17,6 +13,7 @@
 #include "hosts/libreoffice/FormatRuns.h"
 #include "hosts/libreoffice/PastedText.h"
 #include "hosts/libreoffice/SheetGuard.h"
+#include "hosts/shell/CommandBars.h"
 #include "platform/Text.h"
 #include "src/host/CommandBars.h"
 
@@ -24,18 +21,14 @@ namespace tolvane::libreoffice {
 
 namespace {
 
-// Where the mouse and the keys may go on a protected sheet.
-void RequireSelectable(const CalcWorksheet& sheet, const Rects& areas) {
-  if (!sheet.ProtectContents() || sheet.EnableSelection() == host::SelectionMode::NoRestrictions) return;
-  if (sheet.EnableSelection() == host::SelectionMode::NoSelection) {
-    Refuse("No cell of the protected sheet \"" + sheet.Name() + "\" can be selected.");
-  }
+std::optional<std::string> LockedPlace(const CalcWorksheet& sheet, const Rects& areas) {
+  std::optional<std::string> place;
   for (const Rect& area : areas) {
     ForEachFormatRun(sheet, area, [&](const Rect& run, const Reference<css::uno::XInterface>& cells) {
-      if (!Get<css::util::CellProtection>(cells, "CellProtection").IsLocked) return;
-      Refuse("The locked cells " + sheet.PlaceOf(run) + " cannot be selected.");
+      if (!place && Get<css::util::CellProtection>(cells, "CellProtection").IsLocked) place = sheet.PlaceOf(run);
     });
   }
+  return place;
 }
 
 void Dispatch(const CalcWorkbook& book, const char* command, Arguments arguments) {
@@ -99,10 +92,6 @@ void RequireListed(const CalcWorksheet& sheet, const Rect& at, std::string_view 
 // --- going somewhere
 // ---------------------------------------------------------------------------------------------------------
 
-void CalcUserActions::ActivateWorkbook(const host::Workbook& book) {
-  BodyOf(book)->Activate();
-}
-
 void CalcUserActions::ActivateSheet(const host::Worksheet& sheet) {
   BodyOf(sheet).Activate();
 }
@@ -111,7 +100,7 @@ void CalcUserActions::Select(const host::Range& range) {
   const auto body = BodyOf(range);
   const Rects areas = body->areas();
   const auto sheet = body->sheet();
-  RequireSelectable(*sheet, areas);
+  RequireSelectable(*sheet, [&] { return LockedPlace(*sheet, areas); });
   sheet->Activate();
   if (sheet->IsAlive()) sheet->Select(areas);
 }
@@ -122,10 +111,7 @@ void CalcUserActions::DoubleClick(const host::Range& cell) {
   const auto sheet = body->sheet();
   const host::Range target = sheet->RangeOver({{area.top, area.left, area.top, area.left}});
   Select(target);
-  if (!program_.settings.enableEvents) return;
-  program_.events.Ask([&](host::ApplicationEvents& listener, bool& cancel) {
-    if (target.IsAlive()) listener.SheetBeforeDoubleClick(host::Worksheet(sheet), target, cancel);
-  });
+  AskBeforeDoubleClick(host::Worksheet(sheet), target);
 }
 
 void CalcUserActions::RightClick(const host::Range& cell) {
@@ -141,11 +127,8 @@ void CalcUserActions::RightClick(const host::Range& cell) {
   if (!isSelected) Select(cell);
   if (!sheet->IsAlive()) return;
   const host::Range target = sheet->RangeOver(sheet->Selected());
-  const bool cancelled =
-      program_.settings.enableEvents && program_.events.Ask([&](host::ApplicationEvents& listener, bool& cancel) {
-        if (target.IsAlive()) listener.SheetBeforeRightClick(host::Worksheet(sheet), target, cancel);
-      });
-  if (!cancelled) host::CommandBars(parts_.commandBars).Item("Cell").ShowPopup();
+  if (AskBeforeRightClick(host::Worksheet(sheet), target)) return;
+  host::CommandBars(commandBars_).Item("Cell").ShowPopup();
 }
 
 // --- changing cells
@@ -177,125 +160,11 @@ void CalcUserActions::PressDelete(const host::Range& range) {
   Dispatch(sheet->book(), ".uno:ClearContents", {});
 }
 
-// --- keys, controls, commands
-// --------------------------------------------------------------------------------------------------
-
-void CalcUserActions::PressKey(std::string_view key) {
-  Press(embedded::ParseKey(key));
-}
-
-void CalcUserActions::Press(const embedded::KeyStroke& key) {
-  if (const auto macro = program_.keys.MacroOf(key)) {
-    program_.RunCommand(*macro);
-  } else {
-    DoBuiltInKey(program_, key);
-  }
-}
-
-void CalcUserActions::ClickControl(const host::CommandBarControl& control) {
-  const CalcProgram::AddinCall call(program_);
-  parts_.commandBars->Click(control);
-}
-
-void CalcUserActions::ClickRibbonControl(std::string_view id) {
-  const auto ribbon = parts_.ribbon();
-  if (ribbon == nullptr) {
-    throw host::HostError(host::ErrorNumber::InvalidCall,
-                          "There is no control \"" + std::string(id) + "\": no ribbon has been loaded.");
-  }
-  const CalcProgram::AddinCall call(program_);
-  ribbon->Click(id);
-}
-
-void CalcUserActions::ClickRibbonCommand(std::string_view id) {
-  const auto ribbon = parts_.ribbon();
-  if (ribbon != nullptr) {
-    const CalcProgram::AddinCall call(program_);
-    if (ribbon->Command(id)) return;
-  }
-  DoBuiltInCommand(program_, id);
-}
-
-void CalcUserActions::PressCalculate() {
-  program_.Recalculate();
-}
-
-bool CalcUserActions::PressUndo() {
-  if (!program_.undo) return false;
-  const CalcProgram::Command command = *std::exchange(program_.undo, std::nullopt);
-  program_.RunCommand(command.macro);
-  return true;
-}
-
-std::string CalcUserActions::UndoCaption() const {
-  return program_.undo ? program_.undo->caption : "";
-}
-
-// --- files
-// -------------------------------------------------------------------------------------------------------------------
-
-bool CalcUserActions::Print(const host::Workbook& book) {
-  const auto body = BodyOf(book);
-  if (!program_.settings.enableEvents) return true;
-  return !program_.events.Ask([&](host::ApplicationEvents& listener, bool& cancel) {
-    listener.WorkbookBeforePrint(host::Workbook(body), cancel);
-  });
-}
-
-void CalcUserActions::InstallAddin(const host::Workbook& addin, bool install) {
-  const auto body = BodyOf(addin);
-  if (!body->IsAddin()) Refuse("The workbook " + body->Name() + " is no add-in.");
-  if (!program_.settings.enableEvents) return;
-  program_.events.Raise([addin, install](host::ApplicationEvents& listener) {
-    install ? listener.AddinInstall(addin) : listener.AddinUninstall(addin);
-  });
-}
-
-bool CalcUserActions::SaveWithDialog(CalcWorkbook& book) {
-  const auto kept = book.shared_from_this();
-  const bool hasFile = !book.Path().empty();
-  if (!book.MaySave(!hasFile)) return false;
-  std::string path = book.FullName();
-  if (!hasFile) {
-    host::FileQuestion question;
-    question.title = "Save As";
-    question.filters = {{"Excel Workbook", {"*.xlsx"}}};
-    const auto chosen = program_.desk.GetSaveAsFilename(question);
-    if (!chosen) return false;
-    path = *chosen;
-  }
-  book.WriteFile(path);
-  return true;
-}
-
-bool CalcUserActions::Save(const host::Workbook& book) {
-  return SaveWithDialog(*BodyOf(book));
-}
-
-bool CalcUserActions::Close(const host::Workbook& book) {
-  const auto body = BodyOf(book);
-  if (!body->MayClose()) return !body->IsAlive();
-  if (!body->Saved()) {
-    const host::MessageResult answer =
-        program_.desk.MsgBox("Do you want to save the changes you made to '" + body->Name() + "'?",
-                             host::message::kYesNoCancel + host::message::kExclamation, program_.options.caption);
-    if (answer == host::MessageResult::Cancel) return false;
-    if (answer == host::MessageResult::Yes && !SaveWithDialog(*body)) return false;
-  }
-  program_.Close(*body);
-  return true;
-}
-
 // --- the rest
 // ----------------------------------------------------------------------------------------------------------------
 
 void CalcUserActions::PutTextOnClipboard(std::string_view text) {
   program_.clipboard = {host::CutCopyMode::None, {}, std::string(text)};
-}
-
-void CalcUserActions::PressCancelKey(int callsFromNow) {
-  if (callsFromNow < 1) Refuse("The cancel key can go down at the next call or a later one, not at an earlier one.");
-  program_.cancelKey.PressAt(callsFromNow);
 }
 
 }  // namespace tolvane::libreoffice

@@ -5,57 +5,32 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/embedded/EmbeddedKeys.h"
 #include "hosts/libreoffice/CalcProgram.h"
 #include "hosts/libreoffice/CalcWorksheet.h"
-#include "src/host/UserActions.h"
-
-namespace tolvane::embedded {
-class EmbeddedCommandBars;
-class EmbeddedRibbon;
-}  // namespace tolvane::embedded
+#include "hosts/shell/UserActions.h"
 
 namespace tolvane::libreoffice {
 
 // The user of Calc, for tests and recorded work: types and deletes through the commands of Calc itself.
-class CalcUserActions final : public host::UserActions {
+class CalcUserActions final : public shell::UserActions {
  public:
-  struct Parts {
-    std::shared_ptr<CalcProgram> program;
-    std::shared_ptr<embedded::EmbeddedCommandBars> commandBars;
-    // Null while no ribbon is loaded.
-    std::function<std::shared_ptr<embedded::EmbeddedRibbon>()> ribbon;
-  };
-  explicit CalcUserActions(Parts parts) : program_(*parts.program), parts_(std::move(parts)) {}
+  CalcUserActions(std::shared_ptr<CalcProgram> program, std::shared_ptr<shell::CommandBars> commandBars,
+                  std::function<std::shared_ptr<shell::Ribbon>()> ribbon)
+      : UserActions({program, commandBars, std::move(ribbon)}),
+        program_(*program),
+        commandBars_(std::move(commandBars)) {}
 
-  void ActivateWorkbook(const host::Workbook& book) override;
   void ActivateSheet(const host::Worksheet& sheet) override;
   void Select(const host::Range& range) override;
   void Type(const host::Range& cell, std::string_view text, bool asText) override;
   void PressDelete(const host::Range& range) override;
   void DoubleClick(const host::Range& cell) override;
   void RightClick(const host::Range& cell) override;
-  void PressKey(std::string_view key) override;
-  void ClickControl(const host::CommandBarControl& control) override;
-  void ClickRibbonControl(std::string_view id) override;
-  void ClickRibbonCommand(std::string_view id) override;
-  void PressCalculate() override;
-  bool PressUndo() override;
-  std::string UndoCaption() const override;
-  bool Print(const host::Workbook& book) override;
-  bool Save(const host::Workbook& book) override;
-  bool Close(const host::Workbook& book) override;
-  void InstallAddin(const host::Workbook& addin, bool install) override;
   void PutTextOnClipboard(std::string_view text) override;
-  void PressCancelKey(int callsFromNow) override;
-
-  void Press(const embedded::KeyStroke& key);
 
  private:
-  bool SaveWithDialog(CalcWorkbook& book);
-
   CalcProgram& program_;
-  Parts parts_;
+  std::shared_ptr<shell::CommandBars> commandBars_;
 };
 
 }  // namespace tolvane::libreoffice

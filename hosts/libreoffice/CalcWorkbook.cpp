@@ -1,5 +1,8 @@
 #include "hosts/libreoffice/CalcWorkbook.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include <algorithm>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
@@ -13,16 +16,13 @@
 #include "hosts/libreoffice/CalcWorksheet.h"
 #include "hosts/libreoffice/CellStyles.h"
 #include "hosts/libreoffice/Hyperlinks.h"
+#include "hosts/shell/FileName.h"
+#include "platform/Files.h"
 #include "platform/Text.h"
 
 namespace tolvane::libreoffice {
 
 namespace {
-
-std::string FileNameOf(const std::string& path) {
-  const std::size_t separator = path.find_last_of("/\\");
-  return separator == std::string::npos ? path : path.substr(separator + 1);
-}
 
 // By the file's ending, Calc's filter; what it has no filter of ours for is refused.
 OUString FilterFor(const std::string& path) {
@@ -212,6 +212,11 @@ void CalcWorkbook::RequireStructure(std::string_view what) const {
   Refuse("The structure of the workbook \"" + name_ + "\" is protected: no sheet can be " + std::string(what) + ".");
 }
 
+void CalcWorkbook::RequireEditable() const {
+  if (!AtEdge([&] { return As<css::frame::XStorable>(model_)->isReadonly(); })) return;
+  Refuse("The workbook \"" + name_ + "\" was opened for reading only. Let Calc edit it first.");
+}
+
 int CalcWorkbook::VisibleSheets() {
   const auto& all = sheets();
   return static_cast<int>(std::count_if(
@@ -375,27 +380,34 @@ std::vector<std::string> CalcWorkbook::StyleNames() const {
   return StyleNamesOf(*this);
 }
 
-bool CalcWorkbook::MaySave(bool saveAsUI) {
-  const auto self = Self();
-  const bool cancelled =
-      program_->settings.enableEvents && program_->events.Ask([&](host::ApplicationEvents& listener, bool& cancel) {
-        listener.WorkbookBeforeSave(host::Workbook(self), saveAsUI, cancel);
-      });
-  return !cancelled && IsAlive();
+bool CalcWorkbook::DefinesName(std::string_view name) const {
+  return AtEdge([&] { return CalcNameScope{Self(), nullptr}.Find(name).is(); });
 }
 
-bool CalcWorkbook::MayClose() {
-  const auto self = Self();
-  const bool cancelled =
-      program_->settings.enableEvents && program_->events.Ask([&](host::ApplicationEvents& listener, bool& cancel) {
-        listener.WorkbookBeforeClose(host::Workbook(self), cancel);
-      });
-  return !cancelled && IsAlive();
+void CalcWorkbook::RequireFilePath(const std::string& path) const {
+  const std::string name = shell::FileNameOf(path).Whole();
+  if (name.empty()) Refuse("\"" + path + "\" is not the path of a file.");
+  program_->RequireFreeName(name, this);
+  FilterFor(path);
+  // Calc would make the folders on the way.
+  const auto folder = platform::PathFromUtf8(path).parent_path();
+  std::error_code failure;
+  if (!folder.empty() && !std::filesystem::is_directory(folder, failure)) {
+    Refuse("There is no folder for \"" + path + "\".");
+  }
+}
+
+void CalcWorkbook::TakeUpFile() {
+  path_ = ToPath(model_->getURL());
+  name_ = shell::FileNameOf(path_).Whole();
 }
 
 void CalcWorkbook::WriteFile(const std::string& path) {
-  const std::string name = FileNameOf(path);
-  program_->RequireFreeName(name, this);
+  RequireFilePath(path);
+  if (path == path_ && readOnlyFile_) {
+    Refuse("\"" + path + "\" was opened for reading only, since another user has it open. Save it under another name.");
+  }
+  if (path == path_) RequireEditable();
   const OUString filter = FilterFor(path);
   {
     const CalcProgram::OwnEdit edit(*program_);
@@ -412,32 +424,9 @@ void CalcWorkbook::WriteFile(const std::string& path) {
     RemoveKeepsakes();
   }
   path_ = path;
-  name_ = name;
+  name_ = shell::FileNameOf(path).Whole();
+  readOnlyFile_ = false;
   SetSaved(true);
-}
-
-void CalcWorkbook::Save() {
-  if (path_.empty()) Refuse("The workbook \"" + name_ + "\" has no file yet; give it one with SaveAs.");
-  if (MaySave(false)) WriteFile(path_);
-}
-
-void CalcWorkbook::SaveAs(std::string_view path) {
-  const std::string wanted(path);
-  if (FileNameOf(wanted).empty()) Refuse("\"" + wanted + "\" is not the path of a file.");
-  program_->RequireFreeName(FileNameOf(wanted), this);
-  FilterFor(wanted);
-  if (MaySave(true)) WriteFile(wanted);
-}
-
-void CalcWorkbook::Close(bool saveChanges) {
-  const auto self = Self();
-  if (!MayClose()) return;
-  if (saveChanges && !Saved()) {
-    if (path_.empty()) Refuse("The workbook \"" + name_ + "\" has no file to save its changes to; use SaveAs first.");
-    if (!MaySave(false)) return;
-    WriteFile(path_);
-  }
-  program_->Close(*this);
 }
 
 }  // namespace tolvane::libreoffice

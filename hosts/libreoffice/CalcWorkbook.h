@@ -14,11 +14,12 @@
 
 #include "hosts/libreoffice/CalcProgram.h"
 #include "hosts/libreoffice/FormulaText.h"
+#include "hosts/shell/Book.h"
 #include "src/host/Workbook.h"
 
 namespace tolvane::libreoffice {
 
-class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_from_this<CalcWorkbook> {
+class CalcWorkbook final : public shell::Book {
  public:
   CalcWorkbook(std::shared_ptr<CalcProgram> program, const Reference<css::frame::XModel>& model, std::string name,
                std::string path, bool isAddin);
@@ -26,6 +27,9 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   void Start();
   void Die();
 
+  std::shared_ptr<CalcWorkbook> Self() const {
+    return std::static_pointer_cast<CalcWorkbook>(std::const_pointer_cast<shell::Book>(shared_from_this()));
+  }
   CalcProgram& program() const { return *program_; }
   const Reference<css::frame::XModel>& model() const { return model_; }
   Reference<css::frame::XController> controller() const;
@@ -39,6 +43,10 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   std::shared_ptr<CalcWorksheet> activeSheet();
   void ActivateSheet(const std::shared_ptr<CalcWorksheet>& sheet);
   void RequireStructure(std::string_view what) const;
+  // Throws for a book that the user opened for reading only.
+  void RequireEditable() const;
+  // Its file is not ours to write, since another user has it open.
+  void SetReadOnlyFile() { readOnlyFile_ = true; }
   std::string FreeCodeName(std::string stem);
   int VisibleSheets();
   // The sheet in front is gone or hidden, or the user changed it.
@@ -49,6 +57,8 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   std::set<std::string> hiddenNames;  // folded, of the book
   void WriteKeepsakes();
   void RemoveKeepsakes();
+  // The user gave it another file.
+  void TakeUpFile();
 
   // --- formulas
   // --------------------------------------------------------------------------------------------------------- Remembers
@@ -59,10 +69,13 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   FormulaTokens Read(std::string_view formula, Dialect dialect, CellPos origin);
   FormulaTokens ReadCalc(std::string_view formula, CellPos origin) const;
 
-  // Ask whoever listens; false when it is cancelled or the book is gone.
-  bool MaySave(bool saveAsUI);
-  bool MayClose();
-  void WriteFile(const std::string& path);
+  // --- Book
+  // -------------------------------------------------------------------------------------------------------------
+  shell::Session& session() const override { return *program_; }
+  bool HasFile() const override { return !path_.empty(); }
+  void RequireFilePath(const std::string& path) const override;
+  void WriteFile(const std::string& path) override;
+  bool DefinesName(std::string_view name) const override;
 
   // --- WorkbookBody
   // ---------------------------------------------------------------------------------------------------
@@ -88,12 +101,8 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   void Activate() override;
   void DefineStyle(const host::StyleDefinition& style) override;
   std::vector<std::string> StyleNames() const override;
-  void Save() override;
-  void SaveAs(std::string_view path) override;
-  void Close(bool saveChanges) override;
 
  private:
-  std::shared_ptr<CalcWorkbook> Self() const { return std::const_pointer_cast<CalcWorkbook>(shared_from_this()); }
   void Sync();
   void ReadKeepsakes();
   void Place(FormulaToken& token);
@@ -103,6 +112,7 @@ class CalcWorkbook final : public host::WorkbookBody, public std::enable_shared_
   std::uint64_t key_;
   std::string name_;
   std::string path_;  // of the file; empty while unsaved
+  bool readOnlyFile_ = false;
   bool isAddin_;
   bool protectStructure_ = false;
   std::vector<std::shared_ptr<CalcWorksheet>> sheets_;

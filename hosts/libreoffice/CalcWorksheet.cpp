@@ -12,7 +12,6 @@
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 
-#include "hosts/embedded/Palette.h"
 #include "hosts/libreoffice/CalcNames.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/CalcWindow.h"
@@ -21,6 +20,7 @@
 #include "hosts/libreoffice/Hyperlinks.h"
 #include "hosts/libreoffice/PastedText.h"
 #include "hosts/libreoffice/SheetGuard.h"
+#include "hosts/shell/Palette.h"
 #include "platform/Text.h"
 
 namespace tolvane::libreoffice {
@@ -196,7 +196,7 @@ void CalcWorksheet::SetCodeName(std::string_view name) {
 }
 
 host::Workbook CalcWorksheet::Parent() const {
-  return host::Workbook(book().shared_from_this());
+  return host::Workbook(book().Self());
 }
 
 host::SheetVisibility CalcWorksheet::Visible() const {
@@ -229,11 +229,11 @@ void CalcWorksheet::SetVisible(host::SheetVisibility visibility) {
 
 host::ColorIndex CalcWorksheet::TabColorIndex() const {
   const auto colour = Get<sal_Int32>(object(), "TabColor", -1);
-  return colour == -1 ? host::kColorIndexNone : embedded::NearestIndex(static_cast<std::uint32_t>(colour) & 0xFFFFFF);
+  return colour == -1 ? host::kColorIndexNone : shell::NearestIndex(static_cast<std::uint32_t>(colour) & 0xFFFFFF);
 }
 
 void CalcWorksheet::SetTabColorIndex(host::ColorIndex index) {
-  const auto colour = embedded::ColourOf(index);
+  const auto colour = shell::ColourOf(index);
   book().RequireStructure("coloured");
   Set(object(), "TabColor", colour ? static_cast<sal_Int32>(*colour) : sal_Int32{-1});
   program_->BookEdited(book());
@@ -247,7 +247,7 @@ void CalcWorksheet::Activate() {
     Refuse("The sheet \"" + Name() + "\" is hidden and cannot be activated.");
   }
   const auto self = Self();
-  const auto owner = book().shared_from_this();
+  const auto owner = book().Self();
   owner->ActivateSheet(self);
   if (IsAlive() && !owner->IsAddin()) program_->ActivateBook(owner);
 }
@@ -321,7 +321,7 @@ void CalcWorksheet::MoveTo(const host::Worksheet& other, int behind) {
 }
 
 void CalcWorksheet::Delete() {
-  const auto owner = book().shared_from_this();
+  const auto owner = book().Self();
   owner->RequireStructure("deleted");
   if (Visible() == host::SheetVisibility::Visible && owner->VisibleSheets() == 1) {
     Refuse("The sheet \"" + Name() + "\" is the last visible one of its workbook and cannot be deleted.");
@@ -390,7 +390,7 @@ host::Range CalcWorksheet::ColumnAt(int column) const {
 }
 
 host::Names CalcWorksheet::Names() const {
-  return host::Names(std::make_shared<CalcNames>(CalcNameScope{book().shared_from_this(), Self()}));
+  return host::Names(std::make_shared<CalcNames>(CalcNameScope{book().Self(), Self()}));
 }
 
 // --- protection

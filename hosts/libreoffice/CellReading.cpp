@@ -191,6 +191,8 @@ class BlockReader {
   CellValue FormulaText(const std::string& text, Dialect dialect, CellPos at) const {
     const std::string_view bare = std::string_view(text).substr(text.starts_with('=') ? 1 : 0);
     if (const auto error = ErrorLiteral(bare)) return *error;
+    // What Calc makes of a truth value that it reads from one of Excel's files.
+    if (bare == "TRUE()" || bare == "FALSE()") return bare == "TRUE()";
     try {
       return '=' + WriteFormula(sheet_.book().ReadCalc(text, at), dialect, at);
     } catch (const FormulaError&) {

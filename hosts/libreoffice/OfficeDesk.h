@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/embedded/Desk.h"
 #include "hosts/libreoffice/CalcHost.h"
 #include "hosts/libreoffice/Uno.h"
+#include "hosts/shell/Desk.h"
 #include "platform/Settings.h"
 
 namespace tolvane::libreoffice {
@@ -16,7 +16,7 @@ namespace tolvane::libreoffice {
 // The person in front of the office and the machine around it: the office's own message boxes and file dialogs, the
 // system's clock, the user's settings and files. Forms, popups, waiting keys and help are not shown yet: they fail with
 // ApplicationDefined, or say that there is nothing.
-class OfficeDesk final : public embedded::Desk {
+class OfficeDesk final : public shell::Desk {
  public:
   explicit OfficeDesk(const Reference<css::uno::XComponentContext>& context);
 

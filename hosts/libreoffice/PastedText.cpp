@@ -12,30 +12,12 @@
 #include "hosts/libreoffice/CellWriting.h"
 #include "hosts/libreoffice/FormatRuns.h"
 #include "hosts/libreoffice/SheetGuard.h"
+#include "hosts/shell/TextTable.h"
 #include "platform/Text.h"
 
 namespace tolvane::libreoffice {
 
 namespace {
-
-std::vector<std::vector<std::string>> SplitText(std::string_view text) {
-  std::vector<std::vector<std::string>> lines;
-  while (!text.empty()) {
-    const std::size_t end = text.find('\n');
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    std::vector<std::string> fields;
-    for (;;) {
-      const std::size_t tab = line.find('\t');
-      fields.emplace_back(line.substr(0, tab));
-      if (tab == std::string_view::npos) break;
-      line.remove_prefix(tab + 1);
-    }
-    lines.push_back(std::move(fields));
-  }
-  return lines;
-}
 
 class Recogniser {
  public:
@@ -76,7 +58,7 @@ Recognised Recognise(CalcWorkbook& book, std::string_view text) {
 }
 
 void PasteText(CalcWorksheet& sheet, CellPos at, std::string_view text) {
-  const auto lines = SplitText(text);
+  const auto lines = shell::SplitTable(text);
   std::size_t columns = 0;
   for (const auto& line : lines) columns = std::max(columns, line.size());
   if (columns == 0) return;

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "hosts/embedded/Palette.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/FormatRuns.h"
 #include "hosts/libreoffice/SheetGuard.h"
+#include "hosts/shell/Palette.h"
 
 namespace tolvane::libreoffice {
 
@@ -190,11 +190,11 @@ std::optional<host::ColorIndex> CalcRange::BorderColorIndex(host::BorderIndex bo
   if (!line) return std::nullopt;
   if (!line->drawn) return host::kColorIndexNone;
   if (line->colour == kAutomatic) return host::kColorIndexAutomatic;
-  return embedded::NearestIndex(static_cast<std::uint32_t>(line->colour) & 0xFFFFFF);
+  return shell::NearestIndex(static_cast<std::uint32_t>(line->colour) & 0xFFFFFF);
 }
 
 void CalcRange::SetBorderColorIndex(host::BorderIndex border, host::ColorIndex index) {
-  const auto colour = embedded::ColourOf(index);
+  const auto colour = shell::ColourOf(index);
   const Rects all = areas();
   const CalcProgram::OwnEdit edit(program());
   ChangeBorder(*sheet_, all, border, [&](Line& line) {

@@ -5,11 +5,11 @@
 #include <com/sun/star/util/CellProtection.hpp>
 #include <utility>
 
-#include "hosts/embedded/Palette.h"
 #include "hosts/libreoffice/CalcRange.h"
 #include "hosts/libreoffice/FormatRuns.h"
 #include "hosts/libreoffice/NumberFormatCode.h"
 #include "hosts/libreoffice/SheetGuard.h"
+#include "hosts/shell/Palette.h"
 
 namespace tolvane::libreoffice {
 
@@ -187,12 +187,12 @@ void CalcRange::SetFontItalic(bool italic) {
 std::optional<host::ColorIndex> CalcRange::InteriorColorIndex() const {
   return ReadShared<host::ColorIndex>("CellBackColor", [](const Any& any) {
     const auto colour = From<sal_Int32>(any, -1);
-    return colour == -1 ? host::kColorIndexNone : embedded::NearestIndex(static_cast<std::uint32_t>(colour) & 0xFFFFFF);
+    return colour == -1 ? host::kColorIndexNone : shell::NearestIndex(static_cast<std::uint32_t>(colour) & 0xFFFFFF);
   });
 }
 
 void CalcRange::SetInteriorColorIndex(host::ColorIndex index) {
-  const auto colour = embedded::ColourOf(index);
+  const auto colour = shell::ColourOf(index);
   const sal_Int32 value = colour ? static_cast<sal_Int32>(*colour) : -1;
   ChangeFormat([value](const Object& cells) { Set(cells, "CellBackColor", value); });
 }

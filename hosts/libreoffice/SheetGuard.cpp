@@ -30,6 +30,7 @@ void RequireUnprotected(const CalcWorksheet& sheet, std::string_view what) {
 }
 
 ProtectionLifted::ProtectionLifted(const CalcWorksheet& sheet) {
+  sheet.book().RequireEditable();
   const auto protection = As<css::util::XProtectable>(sheet.object());
   if (!protection->isProtected()) return;
   try {

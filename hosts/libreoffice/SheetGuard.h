@@ -14,7 +14,8 @@ void RequireUnlocked(const CalcWorksheet& sheet, const Rects& areas);
 void RequireAllowed(const CalcWorksheet& sheet, bool host::Protection::*flag, std::string_view what);
 void RequireUnprotected(const CalcWorksheet& sheet, std::string_view what);
 
-// Calc's protection is off for as long as this lives. A password that we do not know is ApplicationDefined.
+// Calc's protection is off for as long as this lives. A password that we do not know, and a book that was opened for
+// reading only, are ApplicationDefined.
 class ProtectionLifted {
  public:
   explicit ProtectionLifted(const CalcWorksheet& sheet);

@@ -33,6 +33,9 @@ std::string ToPath(const OUString& url) {
 
 void RefuseAs(const css::uno::Exception& failure) {
   std::string words = ToUtf8(failure.Message);
+  // Where in Calc's own sources it was thrown tells nobody anything.
+  if (const std::size_t place = words.rfind("at ./"); place != std::string::npos) words.erase(place);
+  while (words.ends_with(' ')) words.pop_back();
   if (words.empty()) words = ToUtf8(cppu::getCaughtException().getValueTypeName());
   Refuse("Calc refuses: " + words);
 }

@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "hosts/libreoffice/Geometry.h"
-#include "hosts/libreoffice/Refusal.h"
+#include "hosts/shell/Refusal.h"
 
 namespace com::sun::star::table {
 struct CellRangeAddress;
@@ -28,6 +28,7 @@ using css::uno::Sequence;
 using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
 using rtl::OUString;
+using shell::Refuse;
 
 std::string ToUtf8(const OUString& text);
 OUString ToUno(std::string_view text);

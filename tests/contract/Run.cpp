@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iomanip>
+#include <sstream>
 #include <stdexcept>
 
 #include "src/host/Errors.h"
@@ -163,7 +165,10 @@ void Run::CheckKnownDifferences() {
 
 void Run::Register() {
   for (const ContractCase& one : cases_) {
-    contract::Register(one.suite, one.name, [this, &one] { RunCase(one); });
+    contract::Register(one.suite, one.name, [this, &one] {
+      RunCase(one);
+      if (::testing::Test::HasFailure()) ++casesFailed_;
+    });
   }
 
   contract::Register("Suite", "CasesHaveNamesOfTheirOwn", [this] {
@@ -187,6 +192,15 @@ void Run::Register() {
     if (traces_.size() < cases_.size()) GTEST_SKIP() << "Only a run of all cases can tell.";
     CheckPlantedViolations(*this);
   });
+}
+
+std::string Summary(const std::string& hostName, const Run& run) {
+  const int passed = run.casesRun() - run.casesFailed() - run.knownFailures();
+  std::ostringstream text;
+  text << hostName << ": " << passed << " of " << run.casesRun() << " cases pass (" << std::fixed
+       << std::setprecision(1) << (run.casesRun() == 0 ? 0.0 : 100.0 * passed / run.casesRun()) << " %), "
+       << run.knownFailures() << " known differences";
+  return text.str();
 }
 
 }  // namespace tolvane::contract

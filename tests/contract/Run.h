@@ -29,6 +29,8 @@ class Run {
   const std::map<std::string, KnownDifference>& differences() const { return differences_; }
   const std::map<std::string, Trace>& traces() const { return traces_; }
   int knownFailures() const { return knownFailures_; }
+  int casesRun() const { return static_cast<int>(traces_.size()); }
+  int casesFailed() const { return casesFailed_; }  // beyond the known differences
 
  private:
   // That the list of known differences works in both directions, tried on planted cases.
@@ -41,6 +43,10 @@ class Run {
   std::map<std::string, KnownDifference> differences_;
   std::map<std::string, Trace> traces_;
   int knownFailures_ = 0;
+  int casesFailed_ = 0;
 };
+
+// "embedded: 350 of 354 cases pass (98.9 %), 4 known differences"; of those that were run.
+std::string Summary(const std::string& hostName, const Run& run);
 
 }  // namespace tolvane::contract

@@ -57,9 +57,9 @@ int Main(int argc, char** argv) {
                                     [](const ContractCase& one) { return one.source == kMemory; });
   const auto port = std::count_if(run.cases().begin(), run.cases().end(),
                                   [](const ContractCase& one) { return one.source == kPort; });
-  std::cout << hostName << ": " << run.cases().size() << " cases, " << run.knownFailures() << " known differences; "
-            << memory << " rest on memory, " << port << " on the port's own documentation, "
-            << static_cast<std::ptrdiff_t>(run.cases().size()) - memory - port << " on published pages.\n";
+  std::cout << Summary(hostName, run) << "; " << memory << " rest on memory, " << port
+            << " on the port's own documentation, " << static_cast<std::ptrdiff_t>(run.cases().size()) - memory - port
+            << " on published pages.\n";
   if (!tablePath.empty()) {
     std::ofstream table(tablePath);
     table << JointTable(run.members(), run.cases(), run.traces());

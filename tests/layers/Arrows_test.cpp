@@ -48,6 +48,14 @@ TEST(ArrowsTest, EngineKnowsNothingOfThePort) {
   EXPECT_THAT(Check("engine/formula/Parser.cpp", "#include \"engine/model/Sheet.h\"\n"), IsEmpty());
 }
 
+TEST(ArrowsTest, WhatTheHostsShareKnowsNoHostAndNoEngine) {
+  EXPECT_THAT(Check("hosts/shell/X.cpp", "#include \"engine/model/Value.h\"\n").size(), 1u);
+  EXPECT_THAT(Check("hosts/shell/X.cpp", "#include \"hosts/embedded/Program.h\"\n").size(), 1u);
+  EXPECT_THAT(Check("hosts/libreoffice/X.cpp", "#include \"hosts/shell/Desk.h\"\n"), IsEmpty());
+  EXPECT_THAT(Check("hosts/libreoffice/X.cpp", "#include \"hosts/embedded/Program.h\"\n").size(), 1u);
+  EXPECT_THAT(Check("hosts/libreoffice/X.cpp", "#include \"engine/model/Value.h\"\n").size(), 1u);
+}
+
 TEST(ArrowsTest, NothingButTestsKnowsTheTestTools) {
   EXPECT_THAT(Check("hosts/embedded/X.cpp", "#include \"testing/ScriptedDesk.h\"\n").size(), 1u);
   EXPECT_THAT(Check("hosts/embedded/X_test.cpp", "#include \"testing/ScriptedDesk.h\"\n"), IsEmpty());

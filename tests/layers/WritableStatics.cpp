@@ -1,5 +1,6 @@
 #include "tests/layers/WritableStatics.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -53,6 +54,19 @@ std::vector<std::string> WritableStatics(const std::string& objectFile) {
     found.push_back(name == std::string::npos ? line : line.substr(name + 1));
   }
   return found;
+}
+
+bool IsOfUnoHeaders(const std::string& variable) {
+  std::string_view name = variable;
+  for (const std::string_view prefix : {".hidden ", "guard variable for "}) {
+    if (StartsWith(name, prefix)) name.remove_prefix(prefix.size());
+  }
+  if (name.find("tolvane") != std::string_view::npos) return false;
+  constexpr std::array<std::string_view, 5> kOfUno = {
+      "com::sun::star::", "cppu::", "rtl::StaticWithInit<com::sun::star::uno::Type*, com::sun::star::",
+      "(anonymous namespace)::rtl_Instance<com::sun::star::uno::Type*, rtl::StaticWithInit<com::sun::star::",
+      "(anonymous namespace)::rtl_Instance<cppu::class_data, cppu::"};
+  return std::any_of(kOfUno.begin(), kOfUno.end(), [name](std::string_view start) { return StartsWith(name, start); });
 }
 
 }  // namespace tolvane::layers

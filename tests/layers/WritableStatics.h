@@ -9,4 +9,8 @@ namespace tolvane::layers {
 // and their thread-local twins. Constants that only need relocating (.data.rel.ro) are none.
 std::vector<std::string> WritableStatics(const std::string& objectFile);
 
+// Whether a variable comes from the headers of UNO, which keep what they know of a type once it has been asked for:
+// their own namespaces, and what they instantiate for themselves. Nothing with a type of ours in its name is.
+bool IsOfUnoHeaders(const std::string& variable);
+
 }  // namespace tolvane::layers

@@ -178,6 +178,27 @@ std::vector<ContractCase> HandlesCases() {
     EXPECT_EQ(hook.before, 3);
   });
 
+  // No table's place is known but by its names, and it is asked for anew at the start of every command: so a name must
+  // cost three calls, however many there are, and stay cheap beside a table of thousands of rows.
+  cases.Add("ASheetsLayoutTakesThreeCallsAName", {"Worksheet.Range", "Range.Row", "Range.Column"}, kPort,
+            [](HostUnderTest& t) {
+              constexpr int kNames = 30;
+              const Sheet s = t.NewSheet();
+              s("A1:I3000").SetValue(host::CellValue(1));
+              for (int i = 1; i <= kNames; ++i) {
+                s.Names().AddR1C1("ptrColumn" + std::to_string(i) + "_",
+                                  "=" + s.Name() + "!R" + std::to_string(i) + "C" + std::to_string(2 * i), false);
+              }
+              CountingHook hook;
+              const host::HookScope scope(t.application().body()->gate(), hook);
+              for (int i = 1; i <= kNames; ++i) {
+                const host::Range anchor = s.Range("ptrColumn" + std::to_string(i) + "_");
+                EXPECT_EQ(anchor.Row(), i);
+                EXPECT_EQ(anchor.Column(), 2 * i);
+              }
+              EXPECT_EQ(hook.before, 3 * kNames);
+            });
+
   return std::move(cases).Take();
 }
 
