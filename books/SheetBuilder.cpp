@@ -56,6 +56,8 @@ void Look(const host::Range& range, const std::string& word, const Table::Row& r
     if (word == "italic") return range.Font().SetItalic(true);
     if (word == "unlocked") return range.SetLocked(false);
     if (word == "merge") return range.Merge();
+    if (word == "unruled")
+      return range.Borders(host::BorderIndex::InsideHorizontal).SetLineStyle(host::LineStyle::None);
     return range.SetHorizontalAlignment(AlignmentOf(word, row));
   }
   const std::string what = word.substr(0, equals);

@@ -304,6 +304,9 @@ class Pictures {
     FillIncomeStatement(book);
     FillBudgets(book);
     SheetOf(book, "Technical").Range("ptrISBalance").SetValue(17000);
+    for (const char* hidden : {"Lists", "Technical", "Account Sheet"}) {
+      SheetOf(book, hidden).SetVisible(host::SheetVisibility::VeryHidden);
+    }
     Save(book, "Household");
   }
 
