@@ -231,6 +231,10 @@ class Pictures {
     header.Resize(1, kColumns).Offset(-1, 0).SetStyle("Header_Middle");
     header.Resize(1, kColumns).SetStyle("Header_Middle");
     header.Offset(-1, kColumns - 1).Resize(2, 1).SetStyle("Header_Right");
+    header.Offset(-1, 0)
+        .Resize(2, kColumns)
+        .Borders(host::BorderIndex::InsideHorizontal)
+        .SetLineStyle(host::LineStyle::None);
     for (int i = 0; i < kColumns; ++i) {
       header.Offset(0, i).SetValue(months[i]);
       FillColumn(sheet, header.Offset(0, i), first[i], last[i], opening[i]);
@@ -352,7 +356,7 @@ class Pictures {
                      "Food",
                      {},
                      {}}});
-    Save(book, "Household breakdown");
+    Save(book, "Filled breakdown");
   }
 
   std::string share_;
