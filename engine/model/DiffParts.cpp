@@ -248,6 +248,10 @@ void CompareParts(DiffContext& context, const Sheet& left, const Sheet& right) {
   compare("default row height", left.defaultRowHeight, right.defaultRowHeight, number);
   compare("default column width", left.defaultColumnWidth, right.defaultColumnWidth, number);
   compare("print area", left.printAreas, right.printAreas, [](const auto& areas) { return TextOf(areas); });
+  compare("page", left.page, right.page, [](const PageSetup& page) {
+    return std::string(page.landscape ? "landscape" : "portrait") + ", fitted to " + std::to_string(page.fitWide) +
+           " by " + std::to_string(page.fitTall);
+  });
   for (const ProtectionFlag& each : kProtectionFlags) {
     compare(each.what, left.protection.*each.flag, right.protection.*each.flag,
             [](bool flag) { return engine::TextOf(flag); });

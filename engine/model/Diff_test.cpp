@@ -207,6 +207,7 @@ const std::vector<Planted> kPlanted{
        s.attachments.push_back({1, Attachment::Hold::Cells, {Area("C4:C5")}, {}});
      })},
     {"print area", "sheet Data", "print area", OnData([](Sheet& s) { s.printAreas = {Area("A1:H21")}; })},
+    {"page", "sheet Data", "page", OnData([](Sheet& s) { s.page.landscape = true; })},
     {"range of the filter", "sheet Data", "auto filter", OnData([](Sheet& s) { s.autoFilter->range = Area("A1:C8"); })},
     {"no filter", "sheet Data", "auto filter", OnData([](Sheet& s) { s.autoFilter.reset(); })},
     {"criteria of the filter", "sheet Data", "auto filter criteria",

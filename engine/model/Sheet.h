@@ -44,6 +44,7 @@ class Sheet {
   std::vector<Validation> validations;
   std::vector<Hyperlink> hyperlinks;
   std::vector<Rect> printAreas;
+  PageSetup page;
   std::vector<Attachment> attachments;
   BandTable rows{Axis::Rows};
   BandTable columns{Axis::Columns};

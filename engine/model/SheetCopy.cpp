@@ -24,6 +24,7 @@ void CopyContents(const Sheet& from, Sheet& to) {
   to.validations = from.validations;
   to.hyperlinks = from.hyperlinks;
   to.printAreas = from.printAreas;
+  to.page = from.page;
   to.rows = from.rows;
   to.columns = from.columns;
   to.defaultRowHeight = from.defaultRowHeight;

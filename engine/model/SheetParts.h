@@ -97,6 +97,15 @@ struct SheetView {
   bool operator==(const SheetView&) const = default;
 };
 
+// How a sheet is printed, as far as it is modelled; margins, headers and the like stay with the file.
+struct PageSetup {
+  bool landscape = false;
+  int fitWide = 0;  // pages that the sheet is made to fit on, across and down; 0: as many as it takes
+  int fitTall = 0;
+  bool operator==(const PageSetup&) const = default;
+  bool isFitted() const { return fitWide > 0 || fitTall > 0; }
+};
+
 // Something that lies on cells and that only the workbook's file knows (a conditional format, a comment, a picture):
 // where it lies follows its cells, so that the file's writer can tell. When all its cells are gone, so is this.
 struct Attachment {

@@ -222,6 +222,9 @@ std::uint64_t SheetFingerprint(const Sheet& sheet) {
   mixer.Add(std::uint64_t{sheet.tabColour.value_or(0)});
   AddView(mixer, sheet.view);
   AddProtection(mixer, sheet.protection);
+  AddFlag(mixer, sheet.page.landscape);
+  mixer.Add(static_cast<std::uint64_t>(sheet.page.fitWide));
+  mixer.Add(static_cast<std::uint64_t>(sheet.page.fitTall));
   AddFilter(mixer, sheet.autoFilter);
   mixer.Add(sheet.merges);
   AddValidations(mixer, sheet.validations);

@@ -9,6 +9,9 @@ namespace tolvane::engine::xlsx {
 int RankOf(std::string_view element);
 inline constexpr int kSheetDataRank = 5;
 
+// How many pages a sheet can be asked to fit on, across or down.
+inline constexpr int kMostPages = 32767;
+
 // Column widths: the model counts characters, the file adds the margins of a cell, both in the pixels of the default
 // font. This is that of Calibri 11; other fonts give widths that are a little off, both ways alike.
 double CharactersOf(double fileWidth);

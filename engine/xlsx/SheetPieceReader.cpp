@@ -25,6 +25,10 @@ std::vector<Rect> RectsIn(const pugi::xml_node& element, const char* attribute) 
 void ReadProperties(const pugi::xml_node& properties, SheetReading& reading) {
   reading.sheet.codeName = AttributeOf(properties, "codeName");
   reading.sheet.tabColour = reading.data.colours.Of(ChildOf(properties, "tabColor"));
+  if (FlagOf(ChildOf(properties, "pageSetUpPr"), "fitToPage", false)) {
+    reading.sheet.page.fitWide = 1;
+    reading.sheet.page.fitTall = 1;
+  }
 }
 
 }  // namespace
@@ -77,6 +81,15 @@ void ReadProtection(const pugi::xml_node& element, SheetReading& reading) {
   to.objects = FlagOf(element, "objects", false);
   to.scenarios = FlagOf(element, "scenarios", false);
   for (const ProtectionFlag& flag : kProtectionFlags) to.*flag.member = !FlagOf(element, flag.attribute, flag.isDenied);
+}
+
+// The numbers of pages count only where the sheet's properties say that it is fitted.
+void ReadPageSetup(const pugi::xml_node& element, SheetReading& reading) {
+  PageSetup& page = reading.sheet.page;
+  page.landscape = AttributeOf(element, "orientation") == "landscape";
+  if (!page.isFitted()) return;
+  page.fitWide = WholeOf(element, "fitToWidth", 1, 0, kMostPages);
+  page.fitTall = WholeOf(element, "fitToHeight", 1, 0, kMostPages);
 }
 
 void ReadMerges(const pugi::xml_node& element, SheetReading& reading) {
@@ -283,14 +296,15 @@ void ReadPieceBeforeCells(const Piece& piece, SheetReading& reading) {
 
 void ReadPieceAfterCells(std::size_t number, SheetReading& reading) {
   const Piece& piece = reading.record.pieces[number];
-  constexpr std::array<std::string_view, 8> known = {"sheetProtection", "mergeCells",      "autoFilter",
+  constexpr std::array<std::string_view, 9> known = {"sheetProtection", "mergeCells",      "autoFilter",
                                                      "hyperlinks",      "dataValidations", "conditionalFormatting",
-                                                     "protectedRanges", "ignoredErrors"};
+                                                     "protectedRanges", "ignoredErrors",   "pageSetup"};
   if (std::find(known.begin(), known.end(), piece.name) == known.end()) return;
   const auto document = ParseDom(piece.xml, reading.record.path, reading.budget);
   const pugi::xml_node element = document->document_element();
   if (piece.name == "sheetProtection") ReadProtection(element, reading);
   if (piece.name == "mergeCells") ReadMerges(element, reading);
+  if (piece.name == "pageSetup") ReadPageSetup(element, reading);
   if (piece.name == "autoFilter") ReadFilter(element, reading);
   if (piece.name == "hyperlinks") ReadHyperlinks(element, reading);
   if (piece.name == "dataValidations") ReadValidations(number, element, reading);

@@ -41,9 +41,12 @@ std::string WithDom(const std::string& xml, const SheetWriting& writing, auto&& 
 
 std::string WriteProperties(const std::string& before, const SheetWriting& writing) {
   const Sheet& sheet = writing.sheet;
-  if (before.empty() && sheet.codeName.empty() && !sheet.tabColour) return {};
+  if (before.empty() && sheet.codeName.empty() && !sheet.tabColour && !sheet.page.isFitted()) return {};
   return WithDom(before.empty() ? "<sheetPr/>" : before, writing, [&](pugi::xml_node element) {
     if (!sheet.codeName.empty()) SetAttribute(element, "codeName", sheet.codeName);
+    if (FlagOf(ChildOf(element, "pageSetUpPr"), "fitToPage", false) != sheet.page.isFitted()) {
+      SetFlag(ObtainChild(element, "pageSetUpPr", {}), "fitToPage", sheet.page.isFitted(), false);
+    }
     const pugi::xml_node colour = ChildOf(element, "tabColor");
     if (writing.data.colours.Of(colour) == sheet.tabColour) return;
     RemoveChildren(element, "tabColor");
@@ -138,6 +141,22 @@ std::string WriteProtection(const std::string& before, const SheetWriting& writi
   });
 }
 
+std::string WritePageSetup(const std::string& before, const SheetWriting& writing) {
+  const PageSetup& page = writing.sheet.page;
+  if (before.empty() && page == PageSetup{}) return {};
+  return WithDom(before.empty() ? "<pageSetup/>" : before, writing, [&](pugi::xml_node element) {
+    if ((AttributeOf(element, "orientation") == "landscape") != page.landscape) {
+      SetAttribute(element, "orientation", page.landscape ? "landscape" : "portrait");
+    }
+    if (!page.isFitted()) return;
+    const auto setPages = [&element](const char* name, int pages) {
+      if (WholeOf(element, name, 1, 0, kMostPages) != pages) SetAttribute(element, name, std::to_string(pages));
+    };
+    setPages("fitToWidth", page.fitWide);
+    setPages("fitToHeight", page.fitTall);
+  });
+}
+
 // Without the tables whose parts have gone.
 std::string WriteTables(const std::string& before, const SheetWriting& writing) {
   const auto document = ParseDom(before, "tableParts");
@@ -181,9 +200,9 @@ std::vector<Piece> PiecesOf(SheetWriting& writing) {
   const auto add = [&pieces](std::string_view name, std::string xml) {
     if (!xml.empty()) pieces.push_back({RankOf(name), std::string(name), std::move(xml)});
   };
-  constexpr std::array<std::string_view, 8> rewritten = {"sheetPr",         "sheetViews", "sheetFormatPr",
+  constexpr std::array<std::string_view, 9> rewritten = {"sheetPr",         "sheetViews", "sheetFormatPr",
                                                          "sheetProtection", "autoFilter", "mergeCells",
-                                                         "dataValidations", "hyperlinks"};
+                                                         "dataValidations", "hyperlinks", "pageSetup"};
 
   // What lies on cells, by the piece that it belongs to.
   std::map<std::size_t, const Attachment*> moved;
@@ -232,6 +251,7 @@ std::vector<Piece> PiecesOf(SheetWriting& writing) {
   add("mergeCells", WriteMerges(writing));
   add("dataValidations", WriteValidations(original("dataValidations"), writing));
   add("hyperlinks", WriteHyperlinks(original("hyperlinks"), writing));
+  add("pageSetup", WritePageSetup(original("pageSetup"), writing));
   std::stable_sort(pieces.begin(), pieces.end(), [](const Piece& a, const Piece& b) { return a.rank < b.rank; });
   return pieces;
 }

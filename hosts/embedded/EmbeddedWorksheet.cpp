@@ -139,6 +139,22 @@ void EmbeddedWorksheet::SetTabColorIndex(host::ColorIndex index) {
   program_->BookEdited(*book_);
 }
 
+host::PageSetup EmbeddedWorksheet::PageSetup() const {
+  const auto pages = [](int count) { return count > 0 ? std::optional(count) : std::nullopt; };
+  return {sheet_->page.landscape, pages(sheet_->page.fitWide), pages(sheet_->page.fitTall)};
+}
+
+void EmbeddedWorksheet::SetPageSetup(const host::PageSetup& page) {
+  constexpr int kMostPages = 32767;  // Excel's limit
+  for (const std::optional<int>& pages : {page.fitToPagesWide, page.fitToPagesTall}) {
+    if (pages && (*pages < 1 || *pages > kMostPages)) {
+      Refuse("A sheet cannot be made to fit on " + std::to_string(*pages) + " pages; 1 to 32767 are possible.");
+    }
+  }
+  sheet_->page = {page.landscape, page.fitToPagesWide.value_or(0), page.fitToPagesTall.value_or(0)};
+  program_->BookEdited(*book_);
+}
+
 // --- where it stands
 // ---------------------------------------------------------------------------------------------------------
 

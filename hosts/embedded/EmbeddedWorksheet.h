@@ -73,6 +73,8 @@ class EmbeddedWorksheet final : public host::WorksheetBody, public std::enable_s
   void SetVisible(host::SheetVisibility visibility) override;
   host::ColorIndex TabColorIndex() const override;
   void SetTabColorIndex(host::ColorIndex index) override;
+  host::PageSetup PageSetup() const override;
+  void SetPageSetup(const host::PageSetup& page) override;
   void Activate() override;
   void CopyBefore(const host::Worksheet& sheet) override { CopyTo(sheet, 0); }
   void CopyAfter(const host::Worksheet& sheet) override { CopyTo(sheet, 1); }

@@ -1,5 +1,7 @@
 #include "hosts/excel/ExcelWorksheet.h"
 
+#include "hosts/excel/Failure.h"
+
 #include "hosts/excel/ExcelNames.h"
 #include "hosts/excel/Optional.h"
 #include "src/host/Workbook.h"
@@ -95,6 +97,13 @@ host::Names ExcelWorksheet::Names() const {
 
 void ExcelWorksheet::PasteSpecialText() {
   object().Call("PasteSpecial", "Text");
+}
+
+host::PageSetup ExcelWorksheet::PageSetup() const {
+  ThrowNotYet("Worksheet.PageSetup");
+}
+void ExcelWorksheet::SetPageSetup(const host::PageSetup&) {
+  ThrowNotYet("Worksheet.PageSetup");
 }
 
 }  // namespace tolvane::excel

@@ -58,6 +58,8 @@ class ExcelWorksheet final : public host::WorksheetBody, public ObjectBody {
   host::SelectionMode EnableSelection() const override;
   void SetEnableSelection(host::SelectionMode mode) override;
   void PasteSpecialText() override;
+  host::PageSetup PageSetup() const override;
+  void SetPageSetup(const host::PageSetup& page) override;
   void DeleteRows(std::span<const host::RowRun> runs) override;
   void InsertRows(std::span<const host::RowRun> runs) override;
 

@@ -56,6 +56,12 @@ SheetVisibility Worksheet::Visible() const {
 void Worksheet::SetVisible(SheetVisibility visibility) const {
   Write("Worksheet.Visible", &WorksheetBody::SetVisible, visibility);
 }
+host::PageSetup Worksheet::PageSetup() const {
+  return Read("Worksheet.PageSetup", &WorksheetBody::PageSetup);
+}
+void Worksheet::SetPageSetup(const host::PageSetup& page) const {
+  Write("Worksheet.PageSetup", &WorksheetBody::SetPageSetup, page);
+}
 void Worksheet::Activate() const {
   Write("Worksheet.Activate", &WorksheetBody::Activate);
 }

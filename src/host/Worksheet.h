@@ -33,6 +33,14 @@ struct Protection {
   friend bool operator==(const Protection&, const Protection&) = default;
 };
 
+// How a sheet is printed, for who makes books.
+struct PageSetup {
+  bool landscape = false;
+  std::optional<int> fitToPagesWide = {};  // 1 and more; none: as many as it takes
+  std::optional<int> fitToPagesTall = {};
+  friend bool operator==(const PageSetup&, const PageSetup&) = default;
+};
+
 // `count` neighbouring rows from `first` on.
 struct RowRun {
   int first = 1;
@@ -63,6 +71,8 @@ class WorksheetBody : public Body {
   virtual void SetVisible(SheetVisibility visibility) = 0;
   virtual ColorIndex TabColorIndex() const = 0;
   virtual void SetTabColorIndex(ColorIndex index) = 0;
+  virtual host::PageSetup PageSetup() const = 0;
+  virtual void SetPageSetup(const host::PageSetup& page) = 0;
   virtual void Activate() = 0;
   virtual void CopyBefore(const Worksheet& sheet) = 0;
   virtual void CopyAfter(const Worksheet& sheet) = 0;
@@ -141,6 +151,9 @@ class Worksheet : public Handle<WorksheetBody> {
   SheetVisibility Visible() const;
   void SetVisible(SheetVisibility visibility) const;  // the last visible sheet stays
   host::Tab Tab() const { return host::Tab(body()); }
+  // The rows that every page repeats are the sheet's name Print_Titles, as in Excel.
+  host::PageSetup PageSetup() const;
+  void SetPageSetup(const host::PageSetup& page) const;
 
   void Activate() const;
   void CopyBefore(const Worksheet& sheet) const;  // the copy becomes the active sheet

@@ -250,6 +250,40 @@ TEST(Kept, SheetsWithoutCellsKeepTheirPlace) {
   EXPECT_THAT(PartNamesOf(Save(book)), Contains("xl/chartsheets/sheet1.xml"));
 }
 
+// Twice a declaration is no XML, and no other program opens it.
+TEST(Kept, PartsThatAreWrittenAnewBeginWithOneDeclaration) {
+  Workbook fresh;
+  fresh.AddSheet("Data", 0).SetValue({1, 1}, 1);
+  XlsxBook book = ReadXlsx(WriteXlsx(fresh, Package(), kBook));
+  book.workbook->AddSheet("More", 1).SetValue({1, 1}, "x");
+  const std::string saved = Save(book);
+  for (const std::string& part : PartNamesOf(saved)) {
+    const std::string xml = PartOf(saved, part);
+    EXPECT_EQ(xml.find("<?xml"), 0U) << part;
+    EXPECT_EQ(xml.rfind("<?xml"), 0U) << part;
+  }
+}
+
+TEST(Kept, ThePageKeepsWhatIsNotModelled) {
+  TestFile file(
+      "<sheetPr><pageSetUpPr autoPageBreaks=\"0\" fitToPage=\"1\"/></sheetPr><sheetData/>"
+      "<pageSetup paperSize=\"9\" fitToHeight=\"0\" orientation=\"landscape\" copies=\"2\"/>");
+  XlsxBook book = ReadXlsx(file.Bytes());
+  Sheet& sheet = book.workbook->sheetAt(0);
+  EXPECT_EQ(sheet.page, (PageSetup{true, 1, 0}));
+  sheet.page = {false, 2, 0};
+  std::string xml = PartOf(Save(book), kSheetPath);
+  EXPECT_THAT(xml, HasSubstr("autoPageBreaks=\"0\""));
+  EXPECT_THAT(xml, HasSubstr("paperSize=\"9\""));
+  EXPECT_THAT(xml, HasSubstr("copies=\"2\""));
+  EXPECT_THAT(xml, HasSubstr("orientation=\"portrait\""));
+  EXPECT_THAT(xml, HasSubstr("fitToWidth=\"2\""));
+  sheet.page = {};
+  xml = PartOf(Save(book), kSheetPath);
+  EXPECT_THAT(xml, Not(HasSubstr("fitToPage")));
+  EXPECT_EQ(ReadXlsx(Save(book)).workbook->sheetAt(0).page, PageSetup{});
+}
+
 TEST(Kept, CodeNamesAreToldTwice) {
   TestFile file("<sheetPr codeName=\"wksAccounts\"/><sheetData/>");
   XlsxBook book = ReadXlsx(file.Bytes());

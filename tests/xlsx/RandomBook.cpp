@@ -192,6 +192,7 @@ void RandomBook::AddParts(Sheet& sheet) {
     }
   }
   if (Chance(40)) sheet.tabColour = random_() & 0xFFFFFF;
+  if (Chance(40)) sheet.page = {Chance(50), Chance(50) ? 1 : 0, Chance(30) ? 2 : 0};
   if (Chance(20)) sheet.defaultRowHeight = 18;
   if (Chance(20)) sheet.defaultColumnWidth = 12.43;
 }

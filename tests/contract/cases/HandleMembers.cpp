@@ -92,6 +92,8 @@ constexpr MemberCall<Worksheet> kWorksheet[] = {
     {"Worksheet.Parent", "get", [](const Worksheet& s) { s.Parent(); }},
     {"Worksheet.Visible", "get", [](const Worksheet& s) { s.Visible(); }},
     {"Worksheet.Visible", "set", [](const Worksheet& s) { s.SetVisible(SheetVisibility::Visible); }},
+    {"Worksheet.PageSetup", "get", [](const Worksheet& s) { s.PageSetup(); }},
+    {"Worksheet.PageSetup", "set", [](const Worksheet& s) { s.SetPageSetup({.landscape = true}); }},
     {"Tab.ColorIndex", "get", [](const Worksheet& s) { s.Tab().ColorIndex(); }},
     {"Tab.ColorIndex", "set", [](const Worksheet& s) { s.Tab().SetColorIndex(3); }},
     {"Worksheet.Activate", "call", [](const Worksheet& s) { s.Activate(); }},

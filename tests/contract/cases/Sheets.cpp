@@ -155,6 +155,23 @@ std::vector<ContractCase> SheetsCases() {
               EXPECT_EQ(a.Tab().ColorIndex(), host::kColorIndexNone);
             });
 
+  cases.Add("APageIsSetUp", {"Worksheet.PageSetup"}, "learn.microsoft.com: PageSetup object (Excel)",
+            [](HostUnderTest& t) {
+              const Workbook book = BookABC(t);
+              const Sheet a = Named(book, "A");
+              EXPECT_EQ(a.PageSetup(), host::PageSetup{});
+              const host::PageSetup wide{.landscape = true, .fitToPagesWide = 1, .fitToPagesTall = {}};
+              a.SetPageSetup(wide);
+              EXPECT_EQ(a.PageSetup(), wide);
+              EXPECT_EQ(Named(book, "B").PageSetup(), host::PageSetup{});
+              EXPECT_TRUE(Refused([&] { a.SetPageSetup({.fitToPagesWide = 0}); }));
+              EXPECT_EQ(a.PageSetup(), wide);
+              a.CopyAfter(a);
+              EXPECT_EQ(Named(book, "A (2)").PageSetup(), wide);
+              a.SetPageSetup({});
+              EXPECT_EQ(a.PageSetup(), host::PageSetup{});
+            });
+
   cases.Add("MovedBeforeAndAfter", {"Worksheet.Move"}, kMovePage, [](HostUnderTest& t) {
     const Workbook book = BookABC(t);
     const Sheet a = Named(book, "A"), b = Named(book, "B"), c = Named(book, "C");
