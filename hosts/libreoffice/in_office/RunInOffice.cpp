@@ -1,4 +1,4 @@
-// Starts an office of its own on a private profile, has it run the contract suite from a component, and gives back what
+// Starts an office of its own on a private profile, has it run a suite of tests from a component, and gives back what
 // the suite says. The office registers the component by a bootstrap variable: installing an extension is refused to
 // root.
 #include <fcntl.h>
@@ -28,6 +28,8 @@ struct Options {
   fs::path component;
   fs::path profile;
   std::string arguments;  // for GoogleTest, separated by blanks
+  bool windows = false;   // else dialogs are cancelled as soon as they come up
+  bool screen = false;    // windows come up on the display, to be looked at
   int timeoutSeconds = 280;
 };
 
@@ -42,6 +44,10 @@ Options Read(int argc, char** argv) {
       options.component = fs::absolute(value), ++i;
     } else if (argument == "--profile") {
       options.profile = fs::absolute(value), ++i;
+    } else if (argument == "--windows") {
+      options.windows = true;
+    } else if (argument == "--screen") {
+      options.windows = options.screen = true;
     } else if (argument == "--timeout") {
       options.timeoutSeconds = std::stoi(value), ++i;
     } else {
@@ -50,7 +56,7 @@ Options Read(int argc, char** argv) {
   }
   if (options.office.empty() || options.component.empty() || options.profile.empty()) {
     throw std::invalid_argument(
-        "run_in_office --office FILE --component FILE --profile FOLDER [--timeout SECONDS] [--gtest_...]");
+        "run_in_office --office FILE --component FILE --profile FOLDER [--windows|--screen] [--timeout SECONDS] [--gtest_...]");
   }
   return options;
 }
@@ -61,8 +67,8 @@ void WriteServices(const fs::path& file, const fs::path& component) {
 <components xmlns="http://openoffice.org/2010/uno-components">
   <component loader="com.sun.star.loader.SharedLibrary" environment="gcc3" uri="file://)"
       << component.string() << R"(">
-    <implementation name="org.tolvane.contract.Run" constructor="tolvane_ContractRun_get">
-      <service name="org.tolvane.contract.Run"/>
+    <implementation name="org.tolvane.SuiteRun" constructor="tolvane_SuiteRun_get">
+      <service name="org.tolvane.SuiteRun"/>
     </implementation>
   </component>
 </components>
@@ -116,19 +122,18 @@ int Main(int argc, char** argv) {
   const Options options = Read(argc, argv);
   fs::remove_all(options.profile);
   fs::create_directories(options.profile);
-  const fs::path services = options.profile / "contract.rdb";
+  const fs::path services = options.profile / "suite.rdb";
   const fs::path verdict = options.profile / "verdict";
   WriteServices(services, options.component);
   const std::string program = std::string("file://") + TOLVANE_OFFICE + "/program/";
-  // Windows live in memory: no display is needed, and none of the user's is touched.
-  setenv("SAL_USE_VCLPLUGIN", "svp", 1);
+  // Else windows live in memory: no display is needed, and none of the user's is touched.
+  setenv("SAL_USE_VCLPLUGIN", options.screen ? "gen" : "svp", 1);
   fs::create_directories(options.profile / "tmp");
   setenv("TMPDIR", (options.profile / "tmp").c_str(), 1);  // what a dying office leaves behind goes with the next run
-  setenv("TOLVANE_CONTRACT_VERDICT", verdict.c_str(), 1);
-  setenv("TOLVANE_CONTRACT_ARGUMENTS", options.arguments.c_str(), 1);
-  const std::vector<std::string> command = {
+  setenv("TOLVANE_SUITE_VERDICT", verdict.c_str(), 1);
+  setenv("TOLVANE_SUITE_ARGUMENTS", options.arguments.c_str(), 1);
+  std::vector<std::string> command = {
       options.office.string(),
-      "--headless",
       "--invisible",
       "--norestore",
       "--nologo",
@@ -136,7 +141,8 @@ int Main(int argc, char** argv) {
       "-env:UserInstallation=file://" + (options.profile / "user").string(),
       "-env:URE_BOOTSTRAP=" + program + "fundamentalrc",
       "-env:URE_MORE_SERVICES=<" + program + "services>* file://" + services.string(),
-      "service:org.tolvane.contract.Run"};
+      "service:org.tolvane.SuiteRun"};
+  if (!options.windows) command.push_back("--headless");
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(options.timeoutSeconds);
   constexpr int kStarts = 3;
   for (int start = 0; start < kStarts; ++start) {
