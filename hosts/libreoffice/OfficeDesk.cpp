@@ -58,8 +58,12 @@ css::awt::MessageBoxType TypeOf(int style) {
       return css::awt::MessageBoxType_WARNINGBOX;
     case message::kQuestion:
       return css::awt::MessageBoxType_QUERYBOX;
+    case message::kInformation:
+      // One of these has no other button than OK, whatever it is told.
+      if ((style & kButtonMask) == message::kOkOnly) return css::awt::MessageBoxType_INFOBOX;
+      [[fallthrough]];
     default:
-      return css::awt::MessageBoxType_INFOBOX;
+      return css::awt::MessageBoxType_MESSAGEBOX;
   }
 }
 

@@ -295,7 +295,7 @@ void FormDialog::FocusCame(ControlView& view) {
 }
 
 void FormDialog::KeyCame(const css::awt::KeyEvent& event) {
-  if (event.KeyCode != css::awt::Key::ESCAPE || escape_ == Escape::Spent) return;
+  if (event.KeyCode != css::awt::Key::ESCAPE || event.Modifiers != 0 || escape_ == Escape::Spent) return;
   escape_ = Escape::Down;
   // The office closes the dialog for it next, unless something else had a use for the key.
   Afterwards([self = std::weak_ptr(self_)] {

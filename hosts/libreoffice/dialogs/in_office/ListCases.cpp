@@ -111,7 +111,8 @@ void EditsALabel(DialogWorld& world) {
       EXPECT_LT(end, std::find(events.begin(), events.end(), "ask"));
     });
     // After an edit Enter is the default button's again.
-    person.Focus(Cell(person, again, 0));
+    person.Click(Cell(person, again, 0));
+    person.Until("the focus", [&] { return form.Focus() == &form.lvwItems; });
     person.Key(key::RETURN);
     person.UntilGone(form.Title());
     EXPECT_EQ(form.events.back(), "ok");
@@ -128,6 +129,8 @@ void EditsForTheForm(DialogWorld& world) {
     person.Key(key::RETURN);
     Happens(person, window, form, "item label by code");
     person.OnMain([&] { form.lvwItems.SetLabelEdit(false); });
+    person.Click(Cell(person, window, 0));
+    person.Until("the focus", [&] { return form.Focus() == &form.lvwItems; });
     person.Key(key::F2);
     Happens(person, window, form, "item key 113");
     person.OnMain([&] { EXPECT_FALSE(form.lvwItems.IsEditing()); });

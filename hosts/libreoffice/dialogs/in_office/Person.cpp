@@ -16,6 +16,7 @@
 #include <com/sun/star/awt/PosSize.hpp>
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XReschedule.hpp>
+#include <com/sun/star/awt/XToolkitExperimental.hpp>
 #include <com/sun/star/awt/XToolkitRobot.hpp>
 #include <cstdlib>
 #include <future>
@@ -80,21 +81,24 @@ Person::Person(const Reference<css::uno::XComponentContext>& context)
     : context_(context), toolkit_(css::awt::Toolkit::create(context), UNO_QUERY_THROW) {}
 
 void Person::Do(const std::function<void()>& work, const std::function<void(Person&)>& script) {
-  std::atomic<bool> isOver = false;
-  std::thread beside([&] {
+  std::promise<void> workEnds;
+  std::atomic<bool> scriptHasEnded = false;
+  std::thread beside([&, workHasEnded = workEnds.get_future()] {
     try {
       script(*this);
+      scriptHasEnded = true;
+      if (workHasEnded.wait_for(kPatience) != std::future_status::ready) throw NotSeen("Something is still up.");
     } catch (const std::exception& failure) {
       ADD_FAILURE() << failure.what();
-      std::cerr << failure.what() << "\n" << Tree() << std::flush;
+      std::cerr << Tree() << std::flush;
       std::_Exit(1);
     }
-    isOver = true;
   });
   work();
+  workEnds.set_value();
   // The script may go on looking at what is left.
   const auto office = As<css::awt::XReschedule>(toolkit_);
-  while (!isOver) {
+  while (!scriptHasEnded) {
     office->reschedule();
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
@@ -137,17 +141,28 @@ void Person::Until(std::string_view what, const std::function<bool()>& isSo) con
   }
 }
 
+// A dialog, if there is one. Without a screen, the one below gets the focus back late or never when one closes.
 Reference<css::awt::XWindow> Person::FrontWindow() const {
-  auto front = toolkit_->getActiveTopWindow();
-  if (!front.is() && toolkit_->getTopWindowCount() > 0) front = toolkit_->getTopWindow(0);
-  return As<css::awt::XWindow>(front);
+  Reference<css::awt::XWindow> front(toolkit_->getActiveTopWindow(), UNO_QUERY);
+  const auto isDialog = [](const Reference<css::awt::XWindow>& window) {
+    const Reference<a11y::XAccessible> accessible(window, UNO_QUERY);
+    const Seen seen = accessible.is() ? accessible->getAccessibleContext() : nullptr;
+    return seen.is() && !IsDocument(seen) && IsShowing(seen);
+  };
+  if (isDialog(front)) return front;
+  for (sal_Int32 i = 0; i < toolkit_->getTopWindowCount(); ++i) {
+    const Reference<css::awt::XWindow> window(toolkit_->getTopWindow(i), UNO_QUERY);
+    if (isDialog(window) || !front.is()) front = window;
+  }
+  return front;
 }
 
 std::vector<Seen> Person::TopWindows() const {
   std::vector<Seen> windows;
   for (sal_Int32 i = 0; i < toolkit_->getTopWindowCount(); ++i) {
     const Reference<a11y::XAccessible> window(toolkit_->getTopWindow(i), UNO_QUERY);
-    if (window.is() && IsShowing(window->getAccessibleContext())) windows.push_back(window->getAccessibleContext());
+    const Seen seen = window.is() ? window->getAccessibleContext() : nullptr;
+    if (seen.is() && IsShowing(seen)) windows.push_back(seen);
   }
   return windows;
 }
@@ -316,6 +331,8 @@ void Person::Resize(const Seen& window, int width, int height) const {
 }
 
 void Person::ClickAt(int x, int y, int times) const {
+  // Some controls only know where they are once they have been painted.
+  OnMain([&] { As<css::awt::XToolkitExperimental>(toolkit_)->processEventsToIdle(); });
   Post([this, x, y, times] {
     const auto window = FrontWindow();
     const Reference<a11y::XAccessible> accessible(window, UNO_QUERY_THROW);

@@ -36,7 +36,7 @@ class SampleForm final : public host::Form {
   host::ListView& lvwItems = Add<host::ListView>("lvwItems");
   host::ReportBox& rptReport = Add<host::ReportBox>("rptReport");
   host::Label& lblStatus = Add<host::Label>("lblStatus", "Nothing has been done yet.");
-  host::Label& lnkMore = Add<host::Label>("lnkMore", "What is &this?");
+  host::Label& lnkMore = Add<host::Label>("lnkMore", "What &is this?");
   host::Button& cmdAsk = Add<host::Button>("cmdAsk", "As&k...");
   host::Button& cmdOK = Add<host::Button>("cmdOK", "OK");
   host::Button& cmdCancel = Add<host::Button>("cmdCancel", "Cancel");
