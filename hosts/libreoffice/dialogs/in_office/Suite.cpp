@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "hosts/libreoffice/dialogs/in_office/DialogCase.h"
-#include "hosts/libreoffice/in_office/OfficeProgram.h"
+#include "hosts/libreoffice/office/Office.h"
 
 namespace tolvane::libreoffice {
 
@@ -47,7 +47,12 @@ void Happens(const Person& person, const Seen& window, const SampleForm& form, c
   person.Part(window, css::accessibility::AccessibleRole::LABEL, form.events.back());
 }
 
-int RunSuite(const Reference<css::uno::XComponentContext>& context, int argc, char** argv) {
+}  // namespace tolvane::libreoffice
+
+namespace tolvane::office {
+
+int Run(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context, int argc, char** argv) {
+  using namespace libreoffice;
   ::testing::InitGoogleTest(&argc, argv);
   DialogWorld world(context);
   std::vector<DialogCase> cases;
@@ -62,4 +67,4 @@ int RunSuite(const Reference<css::uno::XComponentContext>& context, int argc, ch
   return RUN_ALL_TESTS();
 }
 
-}  // namespace tolvane::libreoffice
+}  // namespace tolvane::office

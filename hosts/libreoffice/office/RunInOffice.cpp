@@ -1,6 +1,5 @@
-// Starts an office of its own on a private profile, has it run a suite of tests from a component, and gives back what
-// the suite says. The office registers the component by a bootstrap variable: installing an extension is refused to
-// root.
+// Starts a program that is an office on a private profile, has it do what it is for, and gives back its result. The
+// office registers the component by a bootstrap variable: installing an extension is refused to root.
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -27,8 +26,8 @@ struct Options {
   fs::path office;
   fs::path component;
   fs::path profile;
-  std::string arguments;  // for GoogleTest, separated by blanks
-  bool windows = false;   // else dialogs are cancelled as soon as they come up
+  std::string arguments;  // for the program, separated by blanks
+  bool windows = false;   // else a dialog is cancelled as soon as it comes up
   bool screen = false;    // windows come up on the display, to be looked at
   int timeoutSeconds = 280;
 };
@@ -56,7 +55,8 @@ Options Read(int argc, char** argv) {
   }
   if (options.office.empty() || options.component.empty() || options.profile.empty()) {
     throw std::invalid_argument(
-        "run_in_office --office FILE --component FILE --profile FOLDER [--windows|--screen] [--timeout SECONDS] [--gtest_...]");
+        "run_in_office --office FILE --component FILE --profile FOLDER [--windows|--screen] [--timeout SECONDS] "
+        "[ARGUMENT ...]");
   }
   return options;
 }
@@ -67,8 +67,8 @@ void WriteServices(const fs::path& file, const fs::path& component) {
 <components xmlns="http://openoffice.org/2010/uno-components">
   <component loader="com.sun.star.loader.SharedLibrary" environment="gcc3" uri="file://)"
       << component.string() << R"(">
-    <implementation name="org.tolvane.SuiteRun" constructor="tolvane_SuiteRun_get">
-      <service name="org.tolvane.SuiteRun"/>
+    <implementation name="org.tolvane.office.Run" constructor="tolvane_OfficeService_get">
+      <service name="org.tolvane.office.Run"/>
     </implementation>
   </component>
 </components>
@@ -122,26 +122,25 @@ int Main(int argc, char** argv) {
   const Options options = Read(argc, argv);
   fs::remove_all(options.profile);
   fs::create_directories(options.profile);
-  const fs::path services = options.profile / "suite.rdb";
+  const fs::path services = options.profile / "office.rdb";
   const fs::path verdict = options.profile / "verdict";
   WriteServices(services, options.component);
   const std::string program = std::string("file://") + TOLVANE_OFFICE + "/program/";
-  // Else windows live in memory: no display is needed, and none of the user's is touched.
+  // Windows live in memory: no display is needed, and none of the user's is touched.
   setenv("SAL_USE_VCLPLUGIN", options.screen ? "gen" : "svp", 1);
   fs::create_directories(options.profile / "tmp");
   setenv("TMPDIR", (options.profile / "tmp").c_str(), 1);  // what a dying office leaves behind goes with the next run
-  setenv("TOLVANE_SUITE_VERDICT", verdict.c_str(), 1);
-  setenv("TOLVANE_SUITE_ARGUMENTS", options.arguments.c_str(), 1);
-  std::vector<std::string> command = {
-      options.office.string(),
-      "--invisible",
-      "--norestore",
-      "--nologo",
-      "--nodefault",
-      "-env:UserInstallation=file://" + (options.profile / "user").string(),
-      "-env:URE_BOOTSTRAP=" + program + "fundamentalrc",
-      "-env:URE_MORE_SERVICES=<" + program + "services>* file://" + services.string(),
-      "service:org.tolvane.SuiteRun"};
+  setenv("TOLVANE_OFFICE_VERDICT", verdict.c_str(), 1);
+  setenv("TOLVANE_OFFICE_ARGUMENTS", options.arguments.c_str(), 1);
+  std::vector<std::string> command = {options.office.string(),
+                                      "--invisible",
+                                      "--norestore",
+                                      "--nologo",
+                                      "--nodefault",
+                                      "-env:UserInstallation=file://" + (options.profile / "user").string(),
+                                      "-env:URE_BOOTSTRAP=" + program + "fundamentalrc",
+                                      "-env:URE_MORE_SERVICES=<" + program + "services>* file://" + services.string(),
+                                      "service:org.tolvane.office.Run"};
   if (!options.windows) command.push_back("--headless");
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(options.timeoutSeconds);
   constexpr int kStarts = 3;
@@ -156,9 +155,11 @@ int Main(int argc, char** argv) {
     int result = kCannotRun;
     if (std::ifstream(verdict) >> result) return result;
     if (WIFSIGNALED(status)) {
-      std::cerr << "The office died by signal " << WTERMSIG(status) << " before the suite had come to its end.\n";
+      std::cerr << "The office died by signal " << WTERMSIG(status)
+                << " before what it was started for had come to its end.\n";
     } else {
-      std::cerr << "The office ended with " << WEXITSTATUS(status) << " before the suite had come to its end.\n";
+      std::cerr << "The office ended with " << WEXITSTATUS(status)
+                << " before what it was started for had come to its end.\n";
     }
     return kCannotRun;
   }

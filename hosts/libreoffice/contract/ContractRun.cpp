@@ -1,4 +1,4 @@
-// The contract suite as the tests of an office.
+// The contract suite, run inside of an office.
 #include <gtest/gtest.h>
 
 #include <iostream>
@@ -6,13 +6,12 @@
 #include <string>
 
 #include "hosts/libreoffice/contract/LibreOfficeUnderTest.h"
-#include "hosts/libreoffice/in_office/OfficeProgram.h"
+#include "hosts/libreoffice/office/Office.h"
 #include "tests/contract/Run.h"
 
-namespace tolvane::libreoffice {
+namespace tolvane::office {
 
-int RunSuite(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context, int argc,
-             char** argv) {
+int Run(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context, int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   contract::Run run(std::make_unique<contract::LibreOfficeUnderTest>(context), contract::AllCases(),
                     contract::ReadMembers(std::string(TOLVANE_SOURCE_DIR) + "/src/host/members.tsv"),
@@ -23,4 +22,4 @@ int RunSuite(const com::sun::star::uno::Reference<com::sun::star::uno::XComponen
   return result;
 }
 
-}  // namespace tolvane::libreoffice
+}  // namespace tolvane::office
