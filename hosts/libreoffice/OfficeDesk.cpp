@@ -7,7 +7,6 @@
 #include <com/sun/star/awt/MessageBoxType.hpp>
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XMessageBoxFactory.hpp>
-#include <com/sun/star/awt/XWindowPeer.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XTerminateListener.hpp>
 #include <com/sun/star/system/SystemShellExecute.hpp>
@@ -20,6 +19,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "hosts/libreoffice/dialogs/PopupMenus.h"
 #include "platform/Files.h"
 #include "platform/Http.h"
 
@@ -58,14 +58,13 @@ css::awt::MessageBoxType TypeOf(int style) {
       return css::awt::MessageBoxType_WARNINGBOX;
     case message::kQuestion:
       return css::awt::MessageBoxType_QUERYBOX;
+    case message::kInformation:
+      // One of these has no other button than OK, whatever it is told.
+      if ((style & kButtonMask) == message::kOkOnly) return css::awt::MessageBoxType_INFOBOX;
+      [[fallthrough]];
     default:
-      return css::awt::MessageBoxType_INFOBOX;
+      return css::awt::MessageBoxType_MESSAGEBOX;
   }
-}
-
-Reference<css::awt::XWindowPeer> FrontWindow(const Reference<css::uno::XComponentContext>& context) {
-  const auto frame = css::frame::Desktop::create(context)->getCurrentFrame();
-  return Reference<css::awt::XWindowPeer>(frame.is() ? frame->getContainerWindow() : nullptr, UNO_QUERY);
 }
 
 host::HostError ToHostError(const platform::FileError& failure, std::string_view path) {
@@ -93,13 +92,14 @@ class Keeper final : public cppu::WeakImplHelper1<css::frame::XTerminateListener
 }  // namespace
 
 OfficeDesk::OfficeDesk(const Reference<css::uno::XComponentContext>& context)
-    : context_(context), settings_(platform::UserSettingsFile()) {}
+    : context_(context), forms_(context), settings_(platform::UserSettingsFile()) {}
 
 host::MessageResult OfficeDesk::MsgBox(std::string_view text, int style, std::string_view title) {
+  forms_.Redraw();
   return AtEdge([&] {
     const Reference<css::awt::XMessageBoxFactory> toolkit(css::awt::Toolkit::create(context_), UNO_QUERY_THROW);
     const auto box =
-        toolkit->createMessageBox(FrontWindow(context_), TypeOf(style), ButtonsOf(style), ToUno(title), ToUno(text));
+        toolkit->createMessageBox(forms_.Front(), TypeOf(style), ButtonsOf(style), ToUno(title), ToUno(text));
     switch (box->execute()) {
       case results::OK:
         return host::MessageResult::Ok;
@@ -117,16 +117,21 @@ host::MessageResult OfficeDesk::MsgBox(std::string_view text, int style, std::st
   });
 }
 
-void OfficeDesk::ShowForm(host::Form&) {
-  Refuse("Forms cannot be shown in LibreOffice yet.");
+void OfficeDesk::ShowForm(host::Form& form) {
+  forms_.Show(form);
 }
 
-host::CommandBarControl OfficeDesk::ShowPopup(const host::CommandBar&) {
-  Refuse("Popup menus cannot be shown in LibreOffice yet.");
+// The office tells nobody where the pointer is: the menu opens in the corner of the front window.
+host::CommandBarControl OfficeDesk::ShowPopup(const host::CommandBar& popup) {
+  forms_.Redraw();
+  const auto front = forms_.Front();
+  if (!front.is()) Refuse("The popup menu \"" + popup.body()->Name() + "\" has no window to open over.");
+  return ShowPopupMenu(context_, front, 0, 0, popup);
 }
 
 std::optional<std::string> OfficeDesk::AskForFile(const host::FileQuestion& question, bool save) {
   namespace dialogs = css::ui::dialogs;
+  forms_.Redraw();
   return AtEdge([&]() -> std::optional<std::string> {
     const auto picker = dialogs::FilePicker::createWithMode(
         context_, save ? dialogs::TemplateDescription::FILESAVE_SIMPLE : dialogs::TemplateDescription::FILEOPEN_SIMPLE);

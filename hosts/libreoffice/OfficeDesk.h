@@ -8,13 +8,14 @@
 
 #include "hosts/libreoffice/CalcHost.h"
 #include "hosts/libreoffice/Uno.h"
+#include "hosts/libreoffice/dialogs/FormDialogs.h"
 #include "hosts/shell/Desk.h"
 #include "platform/Settings.h"
 
 namespace tolvane::libreoffice {
 
 // The person in front of the office and the machine around it: the office's own message boxes and file dialogs, the
-// system's clock, the user's settings and files. Forms, popups, waiting keys and help are not shown yet: they fail with
+// system's clock, the user's settings and files. Waiting keys and help are not offered yet: they fail with
 // ApplicationDefined, or say that there is nothing.
 class OfficeDesk final : public shell::Desk {
  public:
@@ -44,6 +45,7 @@ class OfficeDesk final : public shell::Desk {
   std::optional<std::string> AskForFile(const host::FileQuestion& question, bool save);
 
   Reference<css::uno::XComponentContext> context_;
+  FormDialogs forms_;
   platform::FileSettings settings_;
 };
 

@@ -27,6 +27,8 @@ struct Options {
   fs::path component;
   fs::path profile;
   std::string arguments;  // for the program, separated by blanks
+  bool windows = false;   // else a dialog is cancelled as soon as it comes up
+  bool screen = false;    // windows come up on the display, to be looked at
   int timeoutSeconds = 280;
 };
 
@@ -41,6 +43,10 @@ Options Read(int argc, char** argv) {
       options.component = fs::absolute(value), ++i;
     } else if (argument == "--profile") {
       options.profile = fs::absolute(value), ++i;
+    } else if (argument == "--windows") {
+      options.windows = true;
+    } else if (argument == "--screen") {
+      options.windows = options.screen = true;
     } else if (argument == "--timeout") {
       options.timeoutSeconds = std::stoi(value), ++i;
     } else {
@@ -49,7 +55,8 @@ Options Read(int argc, char** argv) {
   }
   if (options.office.empty() || options.component.empty() || options.profile.empty()) {
     throw std::invalid_argument(
-        "run_in_office --office FILE --component FILE --profile FOLDER [--timeout SECONDS] [ARGUMENT ...]");
+        "run_in_office --office FILE --component FILE --profile FOLDER [--windows|--screen] [--timeout SECONDS] "
+        "[ARGUMENT ...]");
   }
   return options;
 }
@@ -120,22 +127,21 @@ int Main(int argc, char** argv) {
   WriteServices(services, options.component);
   const std::string program = std::string("file://") + TOLVANE_OFFICE + "/program/";
   // Windows live in memory: no display is needed, and none of the user's is touched.
-  setenv("SAL_USE_VCLPLUGIN", "svp", 1);
+  setenv("SAL_USE_VCLPLUGIN", options.screen ? "gen" : "svp", 1);
   fs::create_directories(options.profile / "tmp");
   setenv("TMPDIR", (options.profile / "tmp").c_str(), 1);  // what a dying office leaves behind goes with the next run
   setenv("TOLVANE_OFFICE_VERDICT", verdict.c_str(), 1);
   setenv("TOLVANE_OFFICE_ARGUMENTS", options.arguments.c_str(), 1);
-  const std::vector<std::string> command = {
-      options.office.string(),
-      "--headless",
-      "--invisible",
-      "--norestore",
-      "--nologo",
-      "--nodefault",
-      "-env:UserInstallation=file://" + (options.profile / "user").string(),
-      "-env:URE_BOOTSTRAP=" + program + "fundamentalrc",
-      "-env:URE_MORE_SERVICES=<" + program + "services>* file://" + services.string(),
-      "service:org.tolvane.office.Run"};
+  std::vector<std::string> command = {options.office.string(),
+                                      "--invisible",
+                                      "--norestore",
+                                      "--nologo",
+                                      "--nodefault",
+                                      "-env:UserInstallation=file://" + (options.profile / "user").string(),
+                                      "-env:URE_BOOTSTRAP=" + program + "fundamentalrc",
+                                      "-env:URE_MORE_SERVICES=<" + program + "services>* file://" + services.string(),
+                                      "service:org.tolvane.office.Run"};
+  if (!options.windows) command.push_back("--headless");
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(options.timeoutSeconds);
   constexpr int kStarts = 3;
   for (int start = 0; start < kStarts; ++start) {
